@@ -1,0 +1,25 @@
+#include "extractors/bar_algm.hpp"
+
+#include <cstddef>
+
+#include "grouping/group_by_method.hpp"
+#include "primitives/to_int32.hpp"
+#include "primitives/vectors.hpp"
+
+Bar_algm::Bar_algm(std::vector<double> x, std::vector<double> y, double pixel_step,
+                   std::string method)
+    : x_points(std::move(x)), y_points(std::move(y)), pixel_step(pixel_step), group_count(0) {
+  chart_trace::Groups groups = chart_trace::group_by_method(
+      std::move(x_points), std::move(y_points), this->pixel_step, method);
+  x_groups = std::move(groups.x);
+  y_groups = std::move(groups.y);
+  group_count = chart_trace::count_of(x_groups);
+  for (std::int32_t k = 0; k < group_count; ++k) {
+    const std::vector<double>& gx = x_groups[static_cast<std::size_t>(k)].view();
+    const std::vector<double>& gy = y_groups[static_cast<std::size_t>(k)].view();
+    x_vertical.push_back(chart_trace::mean_of(gx));
+    y_vertical.push_back(chart_trace::extremes_of(gy).min);
+    x_horizontal.push_back(chart_trace::extremes_of(gx).max);
+    y_horizontal.push_back(chart_trace::mean_of(gy));
+  }
+}

@@ -1,0 +1,71 @@
+#include "extractors/points_curves_algm.hpp"
+
+#include <cstddef>
+
+#include "grouping/group_by_method.hpp"
+#include "primitives/check_solid_filled.hpp"
+#include "primitives/cluster_algm.hpp"
+#include "primitives/point_density.hpp"
+#include "primitives/to_int32.hpp"
+#include "primitives/vectors.hpp"
+
+namespace {
+
+void append(std::vector<double>& values, const std::vector<double>& more) {
+  values.insert(values.end(), more.begin(), more.end());
+}
+
+}  // namespace
+
+Points_curves_algm::Points_curves_algm(std::vector<double> x, std::vector<double> y,
+                                       double pixel_step, std::string method,
+                                       double cluster_fraction)
+    : x_points(std::move(x)),
+      y_points(std::move(y)),
+      pixel_step(pixel_step),
+      cluster_fraction(cluster_fraction),
+      num_groups(0) {
+  chart_trace::Groups groups = chart_trace::group_by_method(
+      std::move(x_points), std::move(y_points), this->pixel_step, method);
+  x_groups = std::move(groups.x);
+  y_groups = std::move(groups.y);
+  num_groups = chart_trace::count_of(x_groups);
+  points_curves();
+}
+
+void Points_curves_algm::points_curves() {
+  sort_out_groups();
+  if (x_curves.empty()) return;
+  reduce_curve();
+  append(x_points_curves, x_curves);
+  append(y_points_curves, y_curves);
+}
+
+// A solid group becomes its centre, every other group adds its pixels to the curve.
+void Points_curves_algm::sort_out_groups() {
+  for (std::int32_t k = 0; k < num_groups; ++k) {
+    const std::vector<double>& gx = x_groups[static_cast<std::size_t>(k)].view();
+    const std::vector<double>& gy = y_groups[static_cast<std::size_t>(k)].view();
+    if (!chart_trace::is_solid_filled(gx, gy, pixel_step)) {
+      append(x_curves, gx);
+      append(y_curves, gy);
+      continue;
+    }
+    x_centres.push_back(chart_trace::mean_of(gx));
+    y_centres.push_back(chart_trace::mean_of(gy));
+    x_points_curves.push_back(x_centres.back());
+    y_points_curves.push_back(y_centres.back());
+  }
+}
+
+// Curve pixels in, thinned chain of centroids out.
+void Points_curves_algm::reduce_curve() {
+  Cluster_algm clusters(std::move(x_curves), std::move(y_curves), cluster_fraction);
+  std::vector<Group_of_arrays> chain = point_density(
+      std::move(clusters).arr_x_centroid(), std::move(clusters).arr_y_centroid(), cluster_fraction);
+  x_curves.clear();
+  y_curves.clear();
+  if (chain.size() != 2) return;  // no centroids: the marker of an empty set
+  x_curves = std::move(chain[0]).array();
+  y_curves = std::move(chain[1]).array();
+}

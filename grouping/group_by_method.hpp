@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "primitives/group_of_arrays.hpp"
+
+namespace chart_trace {
+
+// The groups of a point set: x and y groups, parallel.
+struct Groups {
+  std::vector<Group_of_arrays> x;
+  std::vector<Group_of_arrays> y;
+};
+
+// Groups a point set by the named method: exactly "fission" is fission grouping, every other string
+// horizontal grouping. An unknown method is no error.
+Groups group_by_method(std::vector<double> x, std::vector<double> y, double pixel_step,
+                       const std::string& method);
+
+}  // namespace chart_trace

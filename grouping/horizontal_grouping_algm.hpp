@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "primitives/group_of_arrays.hpp"
+
+// Divides a point set into groups row by row: cuts the points into runs (maximal stretches of
+// points one pixel step apart on one row, in input order), then joins runs that lie on rows less
+// than 1.5 pixel steps apart and overlap horizontally or leave a gap of at most one pixel step.
+// Made for raster order, row after row and left to right; other orders break runs apart.
+// Shape: x and y groups are parallel; every input point is in exactly one group, none is empty.
+// Order (the extractors rely on it): groups by their first run; inside a group run by run in the
+// order of joining, breadth first.
+// On purpose: runs that joined a group are searched from only while a run more than 1.5 pixel steps
+// below the run in hand is still left in the list; at the end of the list the ones still queued are
+// not, so that runs touching only them come out as groups of their own.
+// NaN: equal to nothing, so it breaks runs; a run on a NaN row joins none. No points, no groups.
+class Horizontal_grouping_algm {
+ public:
+  Horizontal_grouping_algm(std::vector<double> x, std::vector<double> y, double pixel_step);
+
+  std::vector<Group_of_arrays> x_groups_func() const& { return x_groups; }
+  std::vector<Group_of_arrays> y_groups_func() const& { return y_groups; }
+  std::vector<Group_of_arrays> x_groups_func() && { return std::move(x_groups); }
+  std::vector<Group_of_arrays> y_groups_func() && { return std::move(y_groups); }
+
+ private:
+  void horizontal_groups();
+  void first_group();
+
+  std::vector<double> x_points, y_points;
+  std::vector<double> x_group, y_group;             // the group that first_group builds
+  std::vector<Group_of_arrays> x_runs, y_runs;      // not yet grouped; slot 0 is the reference run
+  std::vector<Group_of_arrays> x_groups, y_groups;  // parallel, in the order of their first runs
+  double pixel_step;
+  double row_tolerance;
+  std::int32_t runs_left;
+};
