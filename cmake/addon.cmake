@@ -30,7 +30,12 @@ endif()
 add_library(cpp_code MODULE t.cpp)
 target_link_libraries(cpp_code PRIVATE chart_trace_core chart_trace_flags chart_trace_warnings)
 target_include_directories(cpp_code SYSTEM PRIVATE ${node_header_dirs})
-target_compile_definitions(cpp_code PRIVATE NAPI_VERSION=8 NAPI_DISABLE_CPP_EXCEPTIONS)
+# A worker that is stopped while trace() runs one of its getters cannot be thrown into any more; that
+# must end the call, not the process.
+target_compile_definitions(cpp_code PRIVATE
+  NAPI_VERSION=8 NAPI_DISABLE_CPP_EXCEPTIONS NODE_API_SWALLOW_UNTHROWABLE_EXCEPTIONS)
+# The module record names its source file; the folder it happened to be built in is nobody's business.
+target_compile_options(cpp_code PRIVATE "-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=")
 if(APPLE)
   # The napi_* functions are the host's; they are bound when it loads the module.
   target_link_options(cpp_code PRIVATE -undefined dynamic_lookup)
