@@ -16,13 +16,20 @@ const root = dirname(dirname(fileURLToPath(import.meta.url)));
 const buildFolder = join(root, 'build', 'addon');
 const options = process.argv.slice(2);
 
-/** Ends the build with a message that says what to do, without a stack trace. */
+/**
+ * Ends the build with a message that says what to do, without a stack trace.
+ * @param {string} message
+ * @returns {never}
+ */
 function stop(message) {
   console.error(`chart-trace: ${message}`);
   process.exit(1);
 }
 
-/** What `program --version` prints, or undefined when it does not run. */
+/**
+ * What `program --version` prints, or undefined when it does not run.
+ * @param {string} program
+ */
 function versionOf(program) {
   const { status, stdout } = spawnSync(program, ['--version'], { encoding: 'utf8' });
   return status === 0 ? stdout : undefined;
@@ -32,15 +39,15 @@ function versionOf(program) {
 function installLine() {
   if (process.platform === 'darwin') return 'xcode-select --install; brew install cmake ninja';
   if (existsSync('/usr/bin/apt-get'))
-    return `${process.getuid() === 0 ? '' : 'sudo '}apt-get install -y cmake ninja-build g++`;
+    return `${process.getuid?.() === 0 ? '' : 'sudo '}apt-get install -y cmake ninja-build g++`;
   if (existsSync('/usr/bin/dnf')) return 'sudo dnf install -y cmake ninja-build gcc-c++';
   return 'install CMake 3.21 or newer and a C++17 compiler';
 }
 
 /** Whether this CMake knows the presets: version 3.21 or newer. */
 function isRecentCmake(version = '') {
-  const [, major, minor] = /version (\d+)\.(\d+)/.exec(version) ?? [];
-  return major > 3 || (major === '3' && minor >= 21);
+  const [, major, minor] = (/version (\d+)\.(\d+)/.exec(version) ?? []).map(Number);
+  return major > 3 || (major === 3 && minor >= 21);
 }
 
 /** Stops unless everything that the build needs is there. */
@@ -59,7 +66,10 @@ function requireTools() {
     stop(`the Node-API headers are not in ${root}. Type there:\n  npm ci --ignore-scripts`);
 }
 
-/** Forgets a configuration of another folder or another generator, which CMake would refuse. */
+/**
+ * Forgets a configuration of another folder or another generator, which CMake would refuse.
+ * @param {string} generator
+ */
 function dropStaleConfiguration(generator) {
   const cache = join(buildFolder, 'CMakeCache.txt');
   if (!existsSync(cache)) return;
@@ -70,6 +80,7 @@ function dropStaleConfiguration(generator) {
   if (!fits) rmSync(buildFolder, { recursive: true });
 }
 
+/** @param {string[]} args */
 function cmake(...args) {
   const { status } = spawnSync('cmake', args, { cwd: root, stdio: 'inherit' });
   if (status !== 0) stop(`\`cmake ${args.join(' ')}\` failed; its messages are above.`);

@@ -1,0 +1,3 @@
+// What the package offers.
+
+export { trace } from './native.js';
