@@ -1,0 +1,83 @@
+// Picks the pixels of one colour out of a picture, in the order the grouping methods want them.
+
+/**
+ * A picture as plain data.
+ * @typedef {object} Picture
+ * @property {number} width Columns.
+ * @property {number} height Rows.
+ * @property {Uint8Array | Uint8ClampedArray} data Red, green, blue and alpha of every pixel, row by
+ *   row from the top, left to right.
+ */
+
+/**
+ * A rectangle of pixel positions. The centre of the top left pixel is (0, 0), y grows downwards,
+ * and a pixel is inside when its centre is, edges included.
+ * @typedef {{left: number, top: number, right: number, bottom: number}} Box
+ */
+
+/**
+ * A set of points, x and y in parallel.
+ * @typedef {{x: Float64Array, y: Float64Array}} Points
+ */
+
+/** @typedef {import('./colours.js').Rgb} Rgb */
+
+/**
+ * Selects the pixels whose colour is that of a series. Alpha is not looked at: a decoded picture
+ * stands on its page colour.
+ * @param {Picture} picture
+ * @param {Rgb} colour The series' colour.
+ * @param {{tolerance?: number, box?: Box}} [options] `tolerance`: the largest difference in any one
+ *   channel, 0 (the default) for the exact colour. `box`: where to look, the whole picture by
+ *   default.
+ * @returns {Points} The pixels' centres, which are whole numbers, in raster order: rows from the
+ *   top, each from left to right.
+ */
+export function selectPixels(picture, colour, { tolerance = 0, box } = {}) {
+  const { left, top, right, bottom } = clip(box, picture);
+  /** @type {number[]} */
+  const x = [];
+  /** @type {number[]} */
+  const y = [];
+  for (let row = top; row <= bottom; ++row) {
+    for (let column = left; column <= right; ++column) {
+      if (channelDistance(picture, column, row, colour) <= tolerance) {
+        x.push(column);
+        y.push(row);
+      }
+    }
+  }
+  return { x: Float64Array.from(x), y: Float64Array.from(y) };
+}
+
+/**
+ * The whole columns and rows of a picture that lie inside a box.
+ * @param {Box | undefined} box
+ * @param {Picture} picture
+ * @returns {Box}
+ */
+function clip(box, { width, height }) {
+  if (!box) return { left: 0, top: 0, right: width - 1, bottom: height - 1 };
+  return {
+    left: Math.max(0, Math.ceil(box.left)),
+    top: Math.max(0, Math.ceil(box.top)),
+    right: Math.min(width - 1, Math.floor(box.right)),
+    bottom: Math.min(height - 1, Math.floor(box.bottom)),
+  };
+}
+
+/**
+ * @param {Picture} picture
+ * @param {number} column
+ * @param {number} row
+ * @param {Rgb} colour
+ * @returns {number} The largest difference in any one channel.
+ */
+function channelDistance({ width, data }, column, row, [red, green, blue]) {
+  const at = 4 * (row * width + column);
+  return Math.max(
+    Math.abs(data[at] - red),
+    Math.abs(data[at + 1] - green),
+    Math.abs(data[at + 2] - blue),
+  );
+}

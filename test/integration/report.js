@@ -1,0 +1,27 @@
+// Prints, as a Markdown table, how well each chart of examples/charts is traced: `npm run charts`.
+import { chartNames, modesOf, REACH, readChart, traceChart } from './charts.js';
+
+/** @param {number} value */
+const signed = (value) => (value < 0 ? '' : '+') + value.toFixed(2);
+
+console.log(`Found: a traced point within ${REACH} px. Offsets: traced less true, in px.\n`);
+console.log('| chart | mode | points | alone | touching | offset x, y, largest | line | others |');
+console.log('|---|---|---|---|---|---|---|---|');
+for (const name of chartNames) {
+  const chart = await readChart(name);
+  for (const mode of modesOf(chart.series)) {
+    const c = traceChart(chart, mode).compared;
+    const touching = c.touching > 0 ? `${c.touchingFound} of ${c.touching}` : '–';
+    const line =
+      c.lineMean === null ? '–' : `${c.lineMean.toFixed(2)}, ${c.lineLargest?.toFixed(2)}`;
+    const offsets = `${signed(c.offsetX)}, ${signed(c.offsetY)}, ${c.largest.toFixed(2)}`;
+    console.log(
+      `| \`${name}\` | \`${mode}\` | ${c.traced} | ${c.loneFound} of ${c.lone} | ${touching} ` +
+        `| ${offsets} | ${line} | ${c.others} |`,
+    );
+  }
+}
+console.log(
+  '\nline: mean and largest distance from the true line of a curve’s points, or of the points of ' +
+    'a chart with markers and a curve that are no marker. others: points that are no true element.',
+);
