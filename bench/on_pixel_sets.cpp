@@ -1,0 +1,65 @@
+#include "bench/on_pixel_sets.hpp"
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+
+namespace chart_trace_bench {
+namespace {
+
+// Enough for every shape to appear and little enough for a quadratic oracle.
+constexpr std::size_t proof_size = 2'000;
+
+void measure(benchmark::State& state, const Subject& subject, Shape shape, Order order,
+             std::size_t size) {
+  if (subject.is_right && !subject.is_right(pixels_of(shape, order, proof_size))) {
+    state.SkipWithError("the answer is wrong");
+    return;
+  }
+  const Pixels pixels = pixels_of(shape, order, size);
+  subject.run(pixels);  // the memory that calls reuse is mapped before the first is timed
+  for (auto _ : state) subject.run(pixels);
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(size));
+}
+
+bool equal_bits(double a, double b) {
+  if (std::isnan(a) || std::isnan(b)) return std::isnan(a) && std::isnan(b);
+  return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+}  // namespace
+
+bool on_pixel_sets(const Subject& subject) {
+  for (const Shape shape : subject.shapes) {
+    for (const Order order : subject.orders) {
+      for (const std::size_t size : subject.sizes) {
+        const std::string name =
+            subject.name + '/' + name_of(shape) + '/' + name_of(order) + '/' + std::to_string(size);
+        benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+          measure(state, subject, shape, order, size);
+        });
+      }
+    }
+  }
+  return true;
+}
+
+bool same_bits(const std::vector<double>& a, const std::vector<double>& b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (!equal_bits(a[i], b[i])) return false;
+  }
+  return true;
+}
+
+bool same_bits(const std::vector<Group_of_arrays>& a, const std::vector<std::vector<double>>& b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t k = 0; k < a.size(); ++k) {
+    if (!same_bits(a[k].view(), b[k])) return false;
+  }
+  return true;
+}
+
+}  // namespace chart_trace_bench
