@@ -1,0 +1,165 @@
+// Sets up, then runs the stages of the tests one after another and stops at the first failure.
+//
+//   npm test                 the usual stages
+//   npm test -- cpp js       only these
+//   npm test -- full         every stage there is
+//
+// A stage is an entry of the table below; to add one, add an entry.
+
+import { spawnSync } from 'node:child_process';
+import { existsSync, readdirSync } from 'node:fs';
+import { availableParallelism } from 'node:os';
+import { join } from 'node:path';
+import process from 'node:process';
+import { root, setUp, stop } from './setup.mjs';
+
+/** @typedef {[program: string, ...args: string[]]} Command */
+
+/**
+ * @typedef {object} Stage
+ * @property {string} name What to type.
+ * @property {string} title
+ * @property {boolean} [onlyFull] Whether the usual run leaves it out.
+ * @property {() => Command[]} commands Asked for when the stage begins. Run from the root, one after
+ *   another; each must exit with 0.
+ */
+
+const node = process.execPath;
+const jobs = String(availableParallelism());
+
+/** @type {Stage[]} */
+const STAGES = [
+  {
+    name: 'build',
+    title: 'the native module',
+    commands: () => [[node, 'scripts/build.mjs']],
+  },
+  {
+    name: 'cpp',
+    title: 'C++ tests, built with g++',
+    commands: () => buildAndTest('dev'),
+  },
+  {
+    name: 'js',
+    title: 'JavaScript tests: the host boundary, the library, real charts',
+    commands: () => [
+      [node, 'scripts/build.mjs'],
+      [
+        node,
+        '--test',
+        '--test-reporter=spec',
+        ...filesOf(['test/js', 'test/integration'], '.test.js'),
+      ],
+    ],
+  },
+  {
+    name: 'types',
+    title: 'types of the JavaScript',
+    commands: () => [[node, 'node_modules/typescript/bin/tsc']],
+  },
+  {
+    name: 'lint',
+    title: 'formatting and the JavaScript linter',
+    commands: () => [
+      ['clang-format', '--dry-run', '--Werror', ...filesOf(CPP_FOLDERS, '.cpp', '.hpp'), 't.cpp'],
+      [node, 'node_modules/prettier/bin/prettier.cjs', '--check', '--log-level=warn', '.'],
+      [node, 'node_modules/eslint/bin/eslint.js', '.'],
+    ],
+  },
+  {
+    name: 'tidy',
+    title: 'clang-tidy on the module',
+    commands: () => [
+      ['cmake', '--preset', 'addon', '--log-level=WARNING'],
+      [
+        'clang-tidy',
+        '--quiet',
+        '-p',
+        'build/addon',
+        // The compilation database may name warnings that only g++ knows.
+        '--extra-arg=-Wno-unknown-warning-option',
+        ...filesOf(CORE_FOLDERS, '.cpp'),
+        't.cpp',
+      ],
+    ],
+  },
+  {
+    name: 'clang',
+    title: 'C++ tests, built with clang++',
+    onlyFull: true,
+    commands: () => buildAndTest('dev-clang'),
+  },
+  {
+    name: 'sanitize',
+    title: 'C++ tests under the address and undefined-behaviour sanitizers',
+    onlyFull: true,
+    commands: () => buildAndTest('sanitize'),
+  },
+];
+
+const CORE_FOLDERS = ['dispatch', 'extractors', 'grouping', 'indexing', 'primitives'];
+const CPP_FOLDERS = [...CORE_FOLDERS, 'test/cpp', 'test/oracle', 'bench', 'fuzz'];
+
+/**
+ * Configures, builds and tests a preset of CMakePresets.json, warnings being errors.
+ * @param {string} preset
+ * @returns {Command[]}
+ */
+function buildAndTest(preset) {
+  return [
+    ['cmake', '--preset', preset, '--log-level=WARNING'],
+    ['cmake', '--build', '--preset', preset, '--parallel', jobs],
+    ['ctest', '--preset', preset, '--parallel', jobs],
+  ];
+}
+
+/**
+ * The files directly in the given folders, those that exist, with one of the given endings.
+ * @param {string[]} folders
+ * @param {...string} endings
+ */
+function filesOf(folders, ...endings) {
+  return folders
+    .filter((folder) => existsSync(join(root, folder)))
+    .flatMap((folder) => readdirSync(join(root, folder)).map((file) => `${folder}/${file}`))
+    .filter((file) => endings.some((ending) => file.endsWith(ending)));
+}
+
+/**
+ * The stages that the command line asks for.
+ * @param {string[]} names
+ */
+function chosenStages(names) {
+  if (names.length === 0) return STAGES.filter(({ onlyFull }) => !onlyFull);
+  if (names.includes('full')) return STAGES;
+  const unknown = names.find((name) => !STAGES.some((stage) => stage.name === name));
+  if (unknown) {
+    const lines = STAGES.map(({ name, title }) => `  ${name.padEnd(10)}${title}`);
+    stop(`There is no stage '${unknown}'. There are:\n${lines.join('\n')}\n  full      all`);
+  }
+  return STAGES.filter(({ name }) => names.includes(name));
+}
+
+/**
+ * Runs a stage; ends the process when one of its commands fails.
+ * @param {Stage} stage
+ * @returns {string} Its line in the summary.
+ */
+function runStage({ name, title, commands }) {
+  console.log(`\n== ${name}: ${title}`);
+  const start = performance.now();
+  for (const [program, ...args] of commands()) {
+    const { status, error } = spawnSync(program, args, { cwd: root, stdio: 'inherit' });
+    if (status !== 0) {
+      const shown = [program, ...args].join(' ').slice(0, 200);
+      stop(`Stage ${name} failed: ${error?.message ?? `exit code ${status}`} of\n  ${shown}`);
+    }
+  }
+  const seconds = (performance.now() - start) / 1000;
+  return `  ${name.padEnd(10)}${seconds.toFixed(1).padStart(7)} s`;
+}
+
+const stages = chosenStages(process.argv.slice(2));
+setUp(stages.some(({ onlyFull }) => onlyFull) ? ['build', 'test', 'full'] : ['build', 'test']);
+const summary = stages.map(runStage);
+console.log(`\nAll stages passed:\n${summary.join('\n')}`);
