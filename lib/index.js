@@ -1,3 +1,10 @@
-// What the package offers.
+// What the package offers: the native function as it is, and the way from a picture to its values.
 
+export { makeAxis } from './axes.js';
+export { parseColour } from './colours.js';
+export { MODES, splitResult } from './modes.js';
 export { trace } from './native.js';
+export { contrastingColour, overlaySvg } from './overlay.js';
+export { decodePicture, encodePng, writePng } from './pictures.js';
+export { selectPixels } from './pixels.js';
+export { tracePixels } from './series.js';
