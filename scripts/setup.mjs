@@ -61,7 +61,7 @@ const NEEDS = {
     {
       what: "clang's sanitizers",
       isThere: () => compiles('clang++', ['-fsanitize=address,undefined']),
-      debian: ['clang', 'libclang-rt-14-dev'],
+      debian: ['clang', 'libclang-rt-dev'],
     },
   ],
 };
