@@ -8,6 +8,7 @@
 #include <deque>
 
 #include "grouping/check_groups.hpp"
+#include "indexing/runs.hpp"
 #include "primitives/to_int32.hpp"
 
 namespace {
@@ -39,19 +40,15 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
   }
 }
 
-// Cuts the points into runs. Neighbours are found by the exact test x == next - step, never
-// rearranged: with a fractional step every other form rounds differently.
+// Cuts the points into runs.
 void Horizontal_grouping_algm::horizontal_groups() {
-  if (x_points.empty()) return;
-  std::size_t start = 0;
-  for (std::size_t k = 1; k <= x_points.size(); ++k) {
-    const bool adjacent = k < x_points.size() && y_points[k - 1] == y_points[k] &&
-                          x_points[k - 1] == x_points[k] - pixel_step;
-    if (adjacent) continue;
-    x_runs.emplace_back(std::vector<double>(&x_points[start], x_points.data() + k));
-    y_runs.emplace_back(std::vector<double>(&y_points[start], y_points.data() + k));
-    start = k;
-  }
+  const double* x = x_points.data();
+  const double* y = y_points.data();
+  chart_trace::for_each_run(x, y, x_points.size(), pixel_step,
+                            [this, x, y](std::size_t first, std::size_t last) {
+                              x_runs.emplace_back(std::vector<double>(x + first, x + last));
+                              y_runs.emplace_back(std::vector<double>(y + first, y + last));
+                            });
 }
 
 // Builds one group in x_group and y_group and removes its runs from the list.
