@@ -83,5 +83,22 @@ TEST(Check_solid_filled_property, every_small_box_and_count_equals_the_oracle) {
   }
 }
 
+// 5,857,802 points over 3,001 by 3,003 cells are a little more than 0.65 of them in double
+// precision and a little less once rounded to single precision; one point more is past the edge in
+// both.
+TEST(Check_solid_filled_property, the_fill_is_rounded_to_single_precision) {
+  std::vector<double> x(5857802, 0.0);
+  std::vector<double> y(5857802, 0.0);
+  x[0] = 3001.0;
+  y[0] = 3003.0;
+  ASSERT_GT(static_cast<double>(x.size()) / (3001.0 * 3003.0), 0.65);
+  EXPECT_FALSE(check_solid_filled(x, y, 1.0));
+  EXPECT_FALSE(oracle::check_solid_filled(x, y, 1.0));
+  x.push_back(0.0);
+  y.push_back(0.0);
+  EXPECT_TRUE(check_solid_filled(x, y, 1.0));
+  EXPECT_TRUE(oracle::check_solid_filled(x, y, 1.0));
+}
+
 }  // namespace
 }  // namespace chart_trace_test
