@@ -103,5 +103,19 @@ TEST(Height_changes_property, jumps_of_about_half_a_percent_equal_the_oracle) {
   EXPECT_EQ(bar_counts, (std::set<std::size_t>{2, 3})) << "both sides of the edge must occur";
 }
 
+// A riser and a tread never share a compartment, so their x can only be equal where a mean leaves
+// its compartment: here the sum of the tread's two x overflows, and the riser stands at infinity.
+TEST(Step_size_graph_algm_property, a_riser_exactly_at_a_tread_counts_as_beside_it_at_both_ends) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  const std::vector<double> x = {1.5e308,  1.5e308,  infinity, infinity,
+                                 infinity, infinity, infinity};
+  const std::vector<double> y = {10, 10, 10, 8, 6, 4, 2};
+  const oracle::Points want = {{infinity, infinity, infinity}, {2, 10}};
+  const Step_size_graph_algm got(x, y, 2.0e307);
+  EXPECT_TRUE(same_points(got.x_step_func(), got.y_step_func(), want));
+  const oracle::Points literal = oracle::step_graph(x, y, 2.0e307);
+  EXPECT_TRUE(same_points(literal.x, literal.y, want));
+}
+
 }  // namespace
 }  // namespace chart_trace_test
