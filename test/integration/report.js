@@ -2,7 +2,10 @@
 import { chartNames, modesOf, REACH, readChart, traceChart } from './charts.js';
 
 /** @param {number} value */
-const signed = (value) => (value < 0 ? '' : '+') + value.toFixed(2);
+function signed(value) {
+  const rounded = Number(value.toFixed(2));
+  return `${rounded > 0 ? '+' : ''}${(rounded + 0).toFixed(2)}`;
+}
 
 console.log(`Found: a traced point within ${REACH} px. Offsets: traced less true, in px.\n`);
 console.log('| chart | mode | points | alone | touching | offset x, y, largest | line | others |');
@@ -21,7 +24,9 @@ for (const name of chartNames) {
     );
   }
 }
-console.log(
-  '\nline: mean and largest distance from the true line of a curve’s points, or of the points of ' +
-    'a chart with markers and a curve that are no marker. others: points that are no true element.',
-);
+console.log(`
+alone, touching: true elements found, of those that touch no other and of those that do; markers that
+touch are one group of pixels, so that one point stands for all of them. A curve comes back as a
+thinned chain of points on it, not as the data it was drawn from: its line column counts.
+line: mean and largest distance from the true line of a curve's points, or, in a chart with markers
+and a curve, of the points that are no true marker. others: points that are no true element.`);
