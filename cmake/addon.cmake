@@ -7,13 +7,13 @@ if(CHART_TRACE_NODE_HEADERS STREQUAL "npm")
     "${node_modules}/node-addon-api" "${node_modules}/node-api-headers/include")
   set(node_header_remedy "run `npm ci --ignore-scripts` in ${CMAKE_SOURCE_DIR}")
 elseif(CHART_TRACE_NODE_HEADERS STREQUAL "system")
-  # Debian and its kin keep node_api.h under /usr/include/node (package libnode-dev) and napi.h under
-  # the first of these (package node-addon-api).
-  find_path(node_api_dir node_api.h PATH_SUFFIXES node)
-  find_path(napi_dir napi.h
-    PATHS /usr/include /usr/share/nodejs/node-addon-api "${CMAKE_SOURCE_DIR}/node_modules/node-addon-api")
-  set(node_header_dirs "${napi_dir}" "${node_api_dir}")
-  set(node_header_remedy "install the packages libnode-dev and node-addon-api")
+  # Debian and its kin keep node_api.h in include/node (package libnode-dev) and napi.h in
+  # share/nodejs/node-addon-api (package node-addon-api), below /usr or CMAKE_PREFIX_PATH.
+  find_path(CHART_TRACE_NODE_API_DIR node_api.h PATH_SUFFIXES node)
+  find_path(CHART_TRACE_NAPI_DIR napi.h PATH_SUFFIXES ../share/nodejs/node-addon-api)
+  set(node_header_dirs "${CHART_TRACE_NAPI_DIR}" "${CHART_TRACE_NODE_API_DIR}")
+  set(node_header_remedy
+    "install libnode-dev and node-addon-api, or name the prefix they are under in CMAKE_PREFIX_PATH")
 else()
   message(FATAL_ERROR
     "CHART_TRACE_NODE_HEADERS must be npm or system, but is '${CHART_TRACE_NODE_HEADERS}'.")
@@ -34,8 +34,10 @@ target_include_directories(cpp_code SYSTEM PRIVATE ${node_header_dirs})
 # must end the call, not the process.
 target_compile_definitions(cpp_code PRIVATE
   NAPI_VERSION=8 NAPI_DISABLE_CPP_EXCEPTIONS NODE_API_SWALLOW_UNTHROWABLE_EXCEPTIONS)
-# The module record names its source file; the folder it happened to be built in is nobody's business.
-target_compile_options(cpp_code PRIVATE "-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=")
+# The module record names its source file, without the folder it happened to be built in. Some
+# headers mark napi_module_register as deprecated, in favour of a symbol that makes no record.
+target_compile_options(cpp_code PRIVATE
+  "-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=" -Wno-deprecated-declarations)
 if(APPLE)
   # The napi_* functions are the host's; they are bound when it loads the module.
   target_link_options(cpp_code PRIVATE -undefined dynamic_lookup)
@@ -44,3 +46,11 @@ set_target_properties(cpp_code PROPERTIES
   PREFIX "" SUFFIX ".node"
   LIBRARY_OUTPUT_DIRECTORY "${CHART_TRACE_ADDON_DIR}"
 )
+
+# Prints the record that the module registers; only its test builds it.
+if(UNIX AND NOT APPLE)
+  add_executable(capture_record EXCLUDE_FROM_ALL test/record/capture_record.cpp)
+  target_link_libraries(capture_record PRIVATE
+    chart_trace_flags chart_trace_warnings ${CMAKE_DL_LIBS})
+  set_target_properties(capture_record PROPERTIES ENABLE_EXPORTS ON)
+endif()
