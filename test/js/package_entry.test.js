@@ -1,0 +1,57 @@
+// The package's entry, as ES modules and CommonJS see it, and what it says when it cannot load.
+
+import assert from 'node:assert/strict';
+import { cp, mkdir, mkdtemp, realpath, rm, writeFile } from 'node:fs/promises';
+import { createRequire } from 'node:module';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { after, before, describe, test } from 'node:test';
+
+import * as entry from 'chart-trace';
+import { node, root } from './support/addon.js';
+
+const call = [[10, 20], [11, 21], 2, 1, 'bar_vertical-fission', 0.05];
+const result = [10, 20, 11, 21];
+
+test('import gives trace', () => {
+  assert.deepEqual(entry.trace(...call), result);
+});
+
+test('require gives the very same trace', () => {
+  const required = createRequire(import.meta.url)('chart-trace');
+  assert.equal(required.trace, entry.trace);
+});
+
+describe('a package whose module was not built', () => {
+  let folder;
+  before(async () => {
+    folder = await realpath(await mkdtemp(join(tmpdir(), 'chart-trace-')));
+    for (const part of ['lib', 'package.json'])
+      await cp(join(root, part), join(folder, part), { recursive: true });
+  });
+  after(() => rm(folder, { recursive: true }));
+
+  /** How the copied package fails to load, by way of `statement`. */
+  async function failure(statement) {
+    const { status, stderr } = await node(['-e', statement], { cwd: folder });
+    assert.equal(status, 1);
+    return stderr;
+  }
+
+  for (const statement of ["require('chart-trace')", "import('chart-trace')"]) {
+    test(`${statement} tells the file it tried and the command to run`, async () => {
+      const told = await failure(statement);
+      assert.ok(told.includes(`tried ${join(folder, 'build/Release/cpp_code.node')}`), told);
+      assert.ok(told.includes('Cannot find module'), told);
+      assert.ok(told.includes(`npm run build\` in ${folder}`), told);
+    });
+  }
+
+  test('a file that is no module is told with the reason', async () => {
+    await mkdir(join(folder, 'build/Release'), { recursive: true });
+    await writeFile(join(folder, 'build/Release/cpp_code.node'), 'no module');
+    const told = await failure("require('chart-trace')");
+    assert.match(told, /tried .*cpp_code\.node \(.*(file too short|invalid ELF|not a valid|slice)/);
+    assert.match(told, /npm run build/);
+  });
+});
