@@ -182,6 +182,8 @@ test('process.exit() in a getter ends the process with its status', async () => 
   const source = `
     const { trace } = require(${JSON.stringify(addonFile)});
     trace({ get 0() { process.exit(7) } }, [1], 1, 1, '', 0);`;
-  const { status, signal, stderr } = await node(['-e', source]);
+  // Under a leak checker: the heap that the host drops in the middle of its work is no leak.
+  const env = { ...process.env, LSAN_OPTIONS: 'detect_leaks=0' };
+  const { status, signal, stderr } = await node(['-e', source], { env });
   assert.deepEqual({ status, signal, stderr }, { status: 7, signal: null, stderr: '' });
 });
