@@ -95,10 +95,16 @@ const STAGES = [
     onlyFull: true,
     commands: () => buildAndTest('sanitize'),
   },
+  {
+    name: 'sanitize-addon',
+    title: 'the host boundary under the same sanitizers',
+    onlyFull: true,
+    commands: () => [[node, 'scripts/test_sanitized_addon.mjs']],
+  },
 ];
 
 const CORE_FOLDERS = ['dispatch', 'extractors', 'grouping', 'indexing', 'primitives'];
-const CPP_FOLDERS = [...CORE_FOLDERS, 'test/cpp', 'test/oracle', 'bench', 'fuzz'];
+const CPP_FOLDERS = [...CORE_FOLDERS, 'test/cpp', 'test/oracle', 'test/record', 'bench', 'fuzz'];
 
 /**
  * Configures, builds and tests a preset of CMakePresets.json, warnings being errors.
@@ -134,8 +140,10 @@ function chosenStages(names) {
   if (names.includes('full')) return STAGES;
   const unknown = names.find((name) => !STAGES.some((stage) => stage.name === name));
   if (unknown) {
-    const lines = STAGES.map(({ name, title }) => `  ${name.padEnd(10)}${title}`);
-    stop(`There is no stage '${unknown}'. There are:\n${lines.join('\n')}\n  full      all`);
+    const lines = STAGES.map(({ name, title }) => `  ${name.padEnd(16)}${title}`);
+    stop(
+      `There is no stage '${unknown}'. There are:\n${lines.join('\n')}\n  ${'full'.padEnd(16)}all`,
+    );
   }
   return STAGES.filter(({ name }) => names.includes(name));
 }
@@ -156,7 +164,7 @@ function runStage({ name, title, commands }) {
     }
   }
   const seconds = (performance.now() - start) / 1000;
-  return `  ${name.padEnd(10)}${seconds.toFixed(1).padStart(7)} s`;
+  return `  ${name.padEnd(16)}${seconds.toFixed(1).padStart(7)} s`;
 }
 
 const stages = chosenStages(process.argv.slice(2));
