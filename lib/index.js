@@ -1,7 +1,8 @@
 // What the package offers: the native function as it is, and the way from a picture to its values.
 
 export { makeAxis } from './axes.js';
-export { parseColour } from './colours.js';
+export { chroma, colourDistance, formatColour, parseColour } from './colours.js';
+export { ChartTraceError, LimitError } from './errors.js';
 export { MODES, splitResult } from './modes.js';
 export { trace } from './native.js';
 export { contrastingColour, overlaySvg } from './overlay.js';

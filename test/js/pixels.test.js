@@ -1,6 +1,5 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { parseColour } from '../../lib/colours.js';
 import { selectPixels } from '../../lib/pixels.js';
 
 /**
@@ -55,10 +54,4 @@ test('a box reaches no further than the picture', () => {
   assert.equal(selectPixels(picture, [7, 10, 20], { box }).x.length, 4);
   const outside = { left: 3, top: 0, right: 9, bottom: 9 };
   assert.equal(selectPixels(picture, [7, 10, 20], { box: outside }).x.length, 0);
-});
-
-test('colours are read from six digits in either case, and nothing else', () => {
-  assert.deepEqual(parseColour('#1f4e9E'), [31, 78, 158]);
-  for (const bad of ['1f4e9e', '#1f4e9', '#1f4e9e0', '#1f4e9g', 'red', ''])
-    assert.throws(() => parseColour(bad), TypeError, bad);
 });
