@@ -101,6 +101,12 @@ const STAGES = [
     onlyFull: true,
     commands: () => [[node, 'scripts/test_sanitized_addon.mjs']],
   },
+  {
+    name: 'planted',
+    title: 'planted bugs: the C++ tests catch each of them',
+    onlyFull: true,
+    commands: () => [[node, 'test/planted_bugs/run.mjs']],
+  },
 ];
 
 const CORE_FOLDERS = ['dispatch', 'extractors', 'grouping', 'indexing', 'primitives'];

@@ -1,0 +1,754 @@
+// The planted bugs: for each file of the core, small mistakes that someone could make there. `find`
+// is text that stands exactly once in the file, `replace` what the mistake makes of it. When a file
+// is rewritten, move its entries to where the same mistake can now be made.
+
+/** @type {Record<string, {name: string, find: string, replace: string}[]>} */
+export const bugs = {
+  'primitives/to_int32.hpp': [
+    {
+      name: 'rounds instead of truncating',
+      find: 'return static_cast<std::int32_t>(value);',
+      replace: 'return static_cast<std::int32_t>(value < 0 ? value - 0.5 : value + 0.5);',
+    },
+    {
+      name: 'what is too large becomes the largest integer',
+      find: 'return std::numeric_limits<std::int32_t>::min();',
+      replace:
+        'return value > 0 ? std::numeric_limits<std::int32_t>::max() : std::numeric_limits<std::int32_t>::min();',
+    },
+    {
+      name: 'the range ends at the largest integer, before truncation',
+      find: 'value < 2147483648.0',
+      replace: 'value <= 2147483647.0',
+    },
+    {
+      name: 'the product saturates instead of wrapping',
+      find: 'return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) * static_cast<std::uint32_t>(b));',
+      replace: 'return to_int32(static_cast<double>(a) * static_cast<double>(b));',
+    },
+  ],
+
+  'primitives/vectors.cpp': [
+    {
+      name: 'the mean is summed from the back',
+      find: 'for (std::int32_t i = 0; i < count; ++i) sum += values[static_cast<std::size_t>(i)];',
+      replace:
+        'for (std::int32_t i = count; i > 0; --i) sum += values[static_cast<std::size_t>(i - 1)];',
+    },
+    {
+      name: 'the mean of nothing is 0',
+      find: 'if (count == 0) return std::numeric_limits<double>::quiet_NaN();',
+      replace: 'if (count == 0) return 0.0;',
+    },
+    {
+      name: 'the mean adds up quotients',
+      find: 'return sum / count;',
+      replace: 'return sum * (1.0 / count);',
+    },
+    {
+      name: 'the sum starts from the first value and keeps -0.0',
+      find: 'double sum = 0.0;',
+      replace: 'double sum = -0.0;',
+    },
+    {
+      name: 'distance is scaled as hypot',
+      find: 'return std::sqrt(dx * dx + dy * dy);',
+      replace: 'return std::hypot(dx, dy);',
+    },
+    {
+      name: 'the distances of an empty set are an empty vector',
+      find: 'if (count == 0) return {std::numeric_limits<double>::quiet_NaN()};',
+      replace: 'if (count == 0) return {};',
+    },
+    {
+      name: 'the distance to the first point itself is left out',
+      find: 'for (std::size_t i = 0; i < x.size(); ++i) {\n    const double dy = y[0] - y[i];',
+      replace: 'for (std::size_t i = 1; i < x.size(); ++i) {\n    const double dy = y[0] - y[i];',
+    },
+    {
+      name: 'min_index of nothing is 0',
+      find: 'if (count == 0) return 1;',
+      replace: 'if (count == 0) return 0;',
+    },
+    {
+      name: 'min_index takes the last of equals',
+      find: 'if (smallest > value) {',
+      replace: 'if (smallest >= value) {',
+    },
+    {
+      name: 'min_index lets go of a NaN that stands first',
+      find: 'if (smallest > value) {',
+      replace: 'if (!(smallest <= value)) {',
+    },
+    {
+      name: 'the right edge of a box is outside',
+      find: 'box_x[1] >= px',
+      replace: 'box_x[1] > px',
+    },
+    {
+      name: 'the low edge of a box is outside',
+      find: 'py >= box_y[0]',
+      replace: 'py > box_y[0]',
+    },
+    {
+      name: 'the smallest takes the last of equals',
+      find: 'if (value < extremes.min) extremes.min = value;',
+      replace: 'if (value <= extremes.min) extremes.min = value;',
+    },
+    {
+      name: 'the largest takes the last of equals',
+      find: 'if (value > extremes.max) extremes.max = value;',
+      replace: 'if (value >= extremes.max) extremes.max = value;',
+    },
+    {
+      name: 'the extremes let go of a NaN that stands first',
+      find: 'if (value < extremes.min) extremes.min = value;',
+      replace: 'if (!(value >= extremes.min)) extremes.min = value;',
+    },
+  ],
+
+  'primitives/check_solid_filled.cpp': [
+    {
+      name: 'an extent is rounded down to whole cells',
+      find: 'std::ceil(',
+      replace: 'std::floor(',
+    },
+    {
+      name: 'an extent is one cell wider',
+      find: 'std::ceil((extremes.max - extremes.min) / cell_size)',
+      replace: 'std::ceil((extremes.max - extremes.min) / cell_size + 1.0)',
+    },
+    {
+      name: 'exactly as many times as long is not a line',
+      find: 'return ratio >= (',
+      replace: 'return ratio > (',
+    },
+    {
+      name: 'two cells are as one',
+      find: 'cells == 1 ? 4.0F : 2.0F',
+      replace: 'cells <= 2 ? 4.0F : 2.0F',
+    },
+    {
+      name: 'one cell is as two',
+      find: 'cells == 1 ? 4.0F : 2.0F',
+      replace: 'cells == 0 ? 4.0F : 2.0F',
+    },
+    {
+      name: 'no cells are as one',
+      find: 'if (cells < 1) return false;',
+      replace: 'if (cells < 0) return false;',
+    },
+    {
+      name: 'the ratio of height to width stays double',
+      find: 'if (is_line(columns, static_cast<float>(height / width))) return false;',
+      replace: 'if (columns > 0 && height / width >= (columns == 1 ? 4.0 : 2.0)) return false;',
+    },
+    {
+      name: 'the ratio of width to height stays double',
+      find: 'if (is_line(rows, static_cast<float>(width / height))) return false;',
+      replace: 'if (rows > 0 && width / height >= (rows == 1 ? 4.0 : 2.0)) return false;',
+    },
+    {
+      name: 'upright lines are not looked for',
+      find: 'if (is_line(columns, static_cast<float>(height / width))) return false;',
+      replace: '',
+    },
+    {
+      name: 'flat lines are not looked for',
+      find: 'if (is_line(rows, static_cast<float>(width / height))) return false;',
+      replace: '',
+    },
+    {
+      name: 'four points are few enough',
+      find: 'if (x.size() < 4) return true;',
+      replace: 'if (x.size() <= 4) return true;',
+    },
+    {
+      name: 'the product of the counts does not wrap',
+      find: 'const double cells = wrapping_product(columns, rows);',
+      replace: 'const double cells = width * height;',
+    },
+    {
+      name: 'the fill stays double',
+      find: 'const auto fill = static_cast<float>(static_cast<double>(x.size()) / cells);',
+      replace: 'const double fill = static_cast<double>(x.size()) / cells;',
+    },
+    {
+      name: 'exactly 65 percent is filled',
+      find: 'static_cast<double>(fill) > 0.65',
+      replace: 'fill >= 0.65F',
+    },
+  ],
+
+  'primitives/cluster_algm.cpp': [
+    {
+      name: 'the distances are not sorted',
+      find: 'std::sort(distances.begin(), distances.end(),',
+      replace: 'std::sort(distances.begin(), distances.begin(),',
+    },
+    {
+      name: 'a NaN distance sorts first',
+      find: 'return a < b || (std::isnan(b) && !std::isnan(a));',
+      replace: 'return a < b || (std::isnan(a) && !std::isnan(b));',
+    },
+    {
+      name: 'the number of distances is rounded down',
+      find: 'std::ceil(length * cluster_fraction)',
+      replace: 'std::floor(length * cluster_fraction)',
+    },
+    {
+      name: 'the fraction is taken of all points and not of the others',
+      find: 'std::ceil(length * cluster_fraction)',
+      replace: 'std::ceil(count * cluster_fraction)',
+    },
+    {
+      name: 'a point exactly at the radius is gathered',
+      find: 'radius > distances[i]',
+      replace: 'radius >= distances[i]',
+    },
+    {
+      name: 'the distance of the first point to itself counts',
+      find: 'std::int32_t k = 1; k < count',
+      replace: 'std::int32_t k = 0; k < count',
+    },
+    {
+      name: 'a number of distances out of range is clamped before it is converted',
+      find: 'chart_trace::to_int32(std::ceil(length * cluster_fraction))',
+      replace: 'chart_trace::to_int32(std::fmin(std::ceil(length * cluster_fraction), length))',
+    },
+  ],
+
+  'primitives/point_density.cpp': [
+    {
+      name: '0.054 keeps every twelfth point',
+      find: 'if (density == 0.054) return 8;',
+      replace: 'if (density == 0.054) return 12;',
+    },
+    {
+      name: '0.052 keeps every third point',
+      find: 'if (density == 0.052) return 4;',
+      replace: 'if (density == 0.052) return 3;',
+    },
+    {
+      name: 'codes are compared in single precision',
+      find: 'if (density == 0.05) return 1;',
+      replace: 'if (static_cast<float>(density) == 0.05F) return 1;',
+    },
+    {
+      name: 'the last of equally near points is next',
+      find: 'smallest > distance',
+      replace: 'smallest >= distance',
+    },
+    {
+      name: 'a NaN that stands first is passed over',
+      find: 'smallest > distance',
+      replace: '!(smallest <= distance)',
+    },
+    {
+      name: 'of nothing there are two empty groups',
+      find: 'return {Group_of_arrays({std::numeric_limits<double>::quiet_NaN()})};',
+      replace: 'return {Group_of_arrays({}), Group_of_arrays({})};',
+    },
+    {
+      name: 'the stride starts at the second point',
+      find: 'step % stride == 0',
+      replace: '(step + 1) % stride == 0',
+    },
+  ],
+
+  'indexing/runs.hpp': [
+    {
+      name: 'a neighbour is found by adding the step',
+      find: 'x[k - 1] == x[k] - step',
+      replace: 'x[k - 1] + step == x[k]',
+    },
+    {
+      name: 'a run goes on into the next row',
+      find: 'y[k - 1] == y[k] && ',
+      replace: '',
+    },
+  ],
+
+  'grouping/box_bubble.hpp': [
+    {
+      name: 'the left edge is outside',
+      find: 'x >= left',
+      replace: 'x > left',
+    },
+    {
+      name: 'the right edge is outside',
+      find: 'right >= x',
+      replace: 'right > x',
+    },
+    {
+      name: 'the low edge is outside',
+      find: 'y >= low',
+      replace: 'y > low',
+    },
+    {
+      name: 'the high edge is outside',
+      find: 'high >= y',
+      replace: 'high > y',
+    },
+    {
+      name: 'the box reaches a whole side each way',
+      find: 'const double half = side * 0.5;',
+      replace: 'const double half = side;',
+    },
+    {
+      name: 'the height is not looked at',
+      find: ' && y >= low && high >= y',
+      replace: '',
+    },
+  ],
+
+  'grouping/box_bubble.cpp': [
+    {
+      name: 'the seed is not in the group',
+      find: '  x_group.push_back(x_points[0]);\n  y_group.push_back(y_points[0]);\n',
+      replace: '',
+    },
+    {
+      name: 'the seed is in the group twice',
+      find: 'std::size_t i = 1;',
+      replace: 'std::size_t i = 0;',
+    },
+    {
+      name: 'the remainder is turned round',
+      find: '(inside ? y_group : y_remain).push_back(y_points[i]);',
+      replace:
+        '(inside ? y_group : y_remain).push_back(y_points[i]);\n    if (!inside && i + 1 == x_points.size()) std::swap(x_remain.front(), x_remain.back());',
+    },
+    {
+      name: 'an empty set is read',
+      find: 'if (x_points.empty()) return;',
+      replace: 'if (x_points.empty()) x_points = y_points = {0.0};',
+    },
+  ],
+
+  'grouping/check_groups.cpp': [
+    {
+      name: 'the extents stay double',
+      find: 'static_cast<double>(a.max - b.min)',
+      replace: 'static_cast<double>(a.max) - static_cast<double>(b.min)',
+    },
+    {
+      name: 'the gap of the second before the first stays double',
+      find: 'static_cast<double>(b.max - a.min)',
+      replace: 'static_cast<double>(b.max) - static_cast<double>(a.min)',
+    },
+    {
+      name: 'the step is narrowed to float',
+      find: 'static_cast<double>(a.max - b.min) >= -pixel_step',
+      replace: 'a.max - b.min >= -static_cast<float>(pixel_step)',
+    },
+    {
+      name: 'a gap of exactly one step is too wide',
+      find: 'static_cast<double>(b.max - a.min) >= -pixel_step',
+      replace: 'static_cast<double>(b.max - a.min) > -pixel_step',
+    },
+    {
+      name: 'a gap of exactly one step is too wide the other way round',
+      find: 'static_cast<double>(a.max - b.min) >= -pixel_step',
+      replace: 'static_cast<double>(a.max - b.min) > -pixel_step',
+    },
+    {
+      name: 'equal minima measure the first run',
+      find: 'if (a.min >= b.min)',
+      replace: 'if (a.min > b.min)',
+    },
+    {
+      name: 'NaN minima touch',
+      find: 'return false;',
+      replace: 'return true;',
+    },
+    {
+      name: 'the gap is measured between the starts',
+      find: 'b.max - a.min',
+      replace: 'b.min - a.min',
+    },
+  ],
+
+  'grouping/fission_algm.cpp': [
+    {
+      name: 'a box of two and a half steps',
+      find: 'this->pixel_step * 3.0',
+      replace: 'this->pixel_step * 2.5',
+    },
+    {
+      name: 'a group ends at the neighbours of its seed',
+      find: 'next < x_group.size()',
+      replace: 'next < 1',
+    },
+  ],
+
+  'grouping/group_by_method.cpp': [
+    {
+      name: 'every method that begins with fission is fission',
+      find: 'method == "fission"',
+      replace: 'method.compare(0, 7, "fission") == 0',
+    },
+    {
+      name: 'unknown methods are fission',
+      find: 'method == "fission"',
+      replace: 'method != "horizontal"',
+    },
+  ],
+
+  'grouping/horizontal_grouping_algm.cpp': [
+    {
+      name: 'the row tolerance is one step',
+      find: 'pixel_step * 1.5',
+      replace: 'pixel_step * 1.0',
+    },
+    {
+      name: 'a run exactly one and a half steps below ends the scan',
+      find: 'rows_below_reference(i) > row_tolerance',
+      replace: 'rows_below_reference(i) >= row_tolerance',
+    },
+    {
+      name: 'a run exactly one and a half steps away joins',
+      find: 'row_tolerance > std::fabs(',
+      replace: 'row_tolerance >= std::fabs(',
+    },
+    {
+      name: 'runs far above join',
+      find: 'std::fabs(rows_below_reference(i))',
+      replace: 'rows_below_reference(i)',
+    },
+    {
+      name: 'a run far above ends the scan',
+      find: 'if (rows_below_reference(i) > row_tolerance) {',
+      replace: 'if (std::fabs(rows_below_reference(i)) > row_tolerance) {',
+    },
+    {
+      name: 'the runs that joined last are searched from first',
+      find: 'join_queue.emplace_back(',
+      replace: 'join_queue.emplace_front(',
+    },
+    {
+      name: 'runs still waiting at the end of the list are searched from',
+      find: '  remove(x_runs, 0);\n  remove(y_runs, 0);\n}',
+      replace:
+        '  if (!join_queue.empty()) {\n    auto more_x = x_group, more_y = y_group;\n    x_runs[0] = join_queue.front().first;\n    y_runs[0] = join_queue.front().second;\n    first_group();\n    more_x.insert(more_x.end(), x_group.begin(), x_group.end());\n    more_y.insert(more_y.end(), y_group.begin(), y_group.end());\n    x_group = more_x;\n    y_group = more_y;\n    return;\n  }\n  remove(x_runs, 0);\n  remove(y_runs, 0);\n}',
+    },
+    {
+      name: 'the first run after a change of reference can change it again',
+      find: '      join_queue.pop_front();\n      i = 1;\n',
+      replace: '      join_queue.pop_front();\n      i = 1;\n      continue;\n',
+    },
+    {
+      name: 'the scan goes on where it was after a change of reference',
+      find: '      join_queue.pop_front();\n      i = 1;\n',
+      replace: '      join_queue.pop_front();\n',
+    },
+  ],
+
+  'grouping/vertical_compartments.cpp': [
+    {
+      name: 'borders are multiples of the width',
+      find: 'left = right;',
+      replace: 'left = x_min + static_cast<double>(x_groups.size()) * this->compartment_width;',
+    },
+    {
+      name: 'a point on the right border belongs to the right',
+      find: 'px <= right',
+      replace: 'px < right',
+    },
+    {
+      name: 'the rightmost point may be left out',
+      find: 'left <= x_max',
+      replace: 'left < x_max',
+    },
+    {
+      name: 'a border that does not move goes on',
+      find: 'if (!(right > left)) return;',
+      replace: 'if (right < left) return;',
+    },
+    {
+      name: 'the lowest point is outside',
+      find: 'y_min <= py',
+      replace: 'y_min < py',
+    },
+    {
+      name: 'the highest point is outside',
+      find: 'py <= y_max',
+      replace: 'py < y_max',
+    },
+    {
+      name: 'an empty compartment is left out',
+      find: 'x_groups.emplace_back(std::move(x_inside));',
+      replace:
+        'if (x_inside.empty()) y_inside.clear();\n    else x_groups.emplace_back(std::move(x_inside));',
+    },
+  ],
+
+  'extractors/points_curves_algm.cpp': [
+    {
+      name: 'markers and curves are mixed up',
+      find: 'if (!chart_trace::is_solid_filled(',
+      replace: 'if (chart_trace::is_solid_filled(',
+    },
+    {
+      name: 'the cell size is always 1',
+      find: 'is_solid_filled(gx, gy, pixel_step)',
+      replace: 'is_solid_filled(gx, gy, 1.0)',
+    },
+    {
+      name: 'the curve is not added to points and curve',
+      find: 'append(x_points_curves, x_curves);',
+      replace: '',
+    },
+    {
+      name: 'the curve pixels are not clustered',
+      find: 'Cluster_algm clusters(std::move(x_curves), std::move(y_curves), cluster_fraction);',
+      replace:
+        'struct Pixels_as_they_are {\n    std::vector<double> x, y;\n    std::vector<double> arr_x_centroid() { return x; }\n    std::vector<double> arr_y_centroid() { return y; }\n  } clusters{x_curves, y_curves};',
+    },
+    {
+      name: 'the height of a marker is that of its first pixel',
+      find: 'y_centres.push_back(chart_trace::mean_of(gy));',
+      replace: 'y_centres.push_back(gy.front());',
+    },
+    {
+      name: 'the thinning knows one code alone',
+      find: 'std::move(clusters).arr_y_centroid(), cluster_fraction);',
+      replace: 'std::move(clusters).arr_y_centroid(), 0.05);',
+    },
+  ],
+
+  'extractors/bar_algm.cpp': [
+    {
+      name: 'a vertical bar ends at its largest y',
+      find: 'chart_trace::extremes_of(gy).min',
+      replace: 'chart_trace::extremes_of(gy).max',
+    },
+    {
+      name: 'a horizontal bar ends at its smallest x',
+      find: 'chart_trace::extremes_of(gx).max',
+      replace: 'chart_trace::extremes_of(gx).min',
+    },
+    {
+      name: 'the middle is that of the extremes and not the mean',
+      find: 'x_vertical.push_back(chart_trace::mean_of(gx));',
+      replace:
+        'x_vertical.push_back((chart_trace::extremes_of(gx).min + chart_trace::extremes_of(gx).max) * 0.5);',
+    },
+    {
+      name: 'x and y of a horizontal bar are mixed up',
+      find: 'y_horizontal.push_back(chart_trace::mean_of(gy));',
+      replace: 'y_horizontal.push_back(chart_trace::mean_of(gx));',
+    },
+  ],
+
+  'extractors/height_changes.cpp': [
+    {
+      name: 'the sum of changes lets rises and falls cancel out',
+      find: 'total += std::fabs(shares.back());',
+      replace: 'total += shares.back();',
+    },
+    {
+      name: 'multiplied by 100 before it is divided',
+      find: 'share / total * 100.0',
+      replace: 'share * 100.0 / total',
+    },
+    {
+      name: 'exactly half a percent is a jump',
+      find: 'std::fabs(share) > 0.5',
+      replace: 'std::fabs(share) >= 0.5',
+    },
+    {
+      name: 'a fall is no jump',
+      find: 'return std::fabs(share) > 0.5;',
+      replace: 'return share > 0.5;',
+    },
+    {
+      name: 'a NaN share is a jump',
+      find: 'return std::fabs(share) > 0.5;',
+      replace: 'return !(std::fabs(share) <= 0.5);',
+    },
+    {
+      name: 'half a percent in single precision',
+      find: 'share = share / total * 100.0',
+      replace: 'share = static_cast<float>(share / total * 100.0)',
+    },
+  ],
+
+  'extractors/histogram_algm.cpp': [
+    {
+      name: 'the top is the largest y',
+      find: 'if (gy[i] < gy[top]) top = i;',
+      replace: 'if (gy[i] > gy[top]) top = i;',
+    },
+    {
+      name: 'the last of equal tops is taken',
+      find: 'if (gy[i] < gy[top]) top = i;',
+      replace: 'if (gy[i] <= gy[top]) top = i;',
+    },
+    {
+      name: 'the x of a top is that of the first pixel of its compartment',
+      find: 'tops.x.push_back(x_compartments[k].view()[top]);',
+      replace: 'tops.x.push_back(x_compartments[k].view()[0]);',
+    },
+    {
+      name: 'an empty compartment ends the histogram',
+      find: 'if (gy.empty()) continue;',
+      replace: 'if (gy.empty()) break;',
+    },
+    {
+      name: 'the x of a bar is the mean of its tops',
+      find: 'x_hist.push_back((left + right) * 0.5);',
+      replace: 'x_hist.push_back(chart_trace::mean_of(bar_x) + 0.0 * (left + right));',
+    },
+    {
+      name: 'the height of a bar is that of its first top',
+      find: 'y_hist.push_back(chart_trace::mean_of(bar_y));',
+      replace: 'y_hist.push_back(bar_y.front());',
+    },
+    {
+      name: 'the heights of the bar before are kept',
+      find: '      bar_y.clear();\n',
+      replace: '',
+    },
+    {
+      name: 'the last bar is not closed',
+      find: '  close_bar(bar_x, bar_y);\n}\n\nvoid',
+      replace: '}\n\nvoid',
+    },
+  ],
+
+  'extractors/step_size_graph_algm.cpp': [
+    {
+      name: 'the factor is 1.2 and not the float a little above it',
+      find: 'static_cast<double>(1.2F)',
+      replace: '1.2',
+    },
+    {
+      name: 'the threshold is rounded down',
+      find: 'std::ceil(mean_of(sizes)',
+      replace: 'std::floor(mean_of(sizes)',
+    },
+    {
+      name: 'as many points as the threshold are a tread',
+      find: 'gx.size() < threshold',
+      replace: 'gx.size() <= threshold',
+    },
+    {
+      name: 'empty compartments do not count to the mean',
+      find: 'sizes.push_back(static_cast<double>(compartment.view().size()));',
+      replace:
+        'if (compartment.view().empty()) continue;\n    sizes.push_back(static_cast<double>(compartment.view().size()));',
+    },
+    {
+      name: 'the height of a step is that of its last centre',
+      find: 'return y.front();',
+      replace: 'return y.back();',
+    },
+    {
+      name: 'equally far both ways is the largest y',
+      find: 'std::fabs(riser.max - height) > std::fabs(riser.min - height)',
+      replace: 'std::fabs(riser.max - height) >= std::fabs(riser.min - height)',
+    },
+    {
+      name: 'the far end is found without absolute values',
+      find: 'std::fabs(riser.max - height) > std::fabs(riser.min - height)',
+      replace: 'riser.max - height > riser.min - height',
+    },
+    {
+      name: 'a riser exactly at the first centre does not start the line',
+      find: 'if (!(tread_x >= riser_x)) {',
+      replace: 'if (!(tread_x > riser_x)) {',
+    },
+    {
+      name: 'a NaN centre starts the line at the riser',
+      find: 'if (!(tread_x >= riser_x)) {',
+      replace: 'if (tread_x < riser_x) {',
+    },
+    {
+      name: 'the first riser stands at its leftmost point',
+      find: 'const double riser_x = first_riser.x.front();',
+      replace: 'const double riser_x = chart_trace::extremes_of(first_riser.x).min;',
+    },
+    {
+      name: 'a riser exactly at the last centre does not end the line',
+      find: 'if (last_riser.x.front() >= tread_x) {',
+      replace: 'if (last_riser.x.front() > tread_x) {',
+    },
+    {
+      name: 'the end stands halfway to the first point of the last riser',
+      find: '(mean_of(last_riser.x) + tread_x) * 0.5',
+      replace: '(last_riser.x.front() + tread_x) * 0.5',
+    },
+    {
+      name: 'the end takes the far end always, as the start does',
+      find: 'if (largest_y_is_far_end(ends, last_step.height())) y.push_back(ends.max);',
+      replace: 'y.push_back(largest_y_is_far_end(ends, last_step.height()) ? ends.max : ends.min);',
+    },
+    {
+      name: 'a riser left of the last centre adds its far end',
+      find: '      x.push_back(tread_x);\n      y.push_back(ends.min);',
+      replace:
+        '      x.push_back(tread_x);\n      y.push_back(largest_y_is_far_end(ends, last_step.height()) ? ends.max : ends.min);',
+    },
+    {
+      name: 'the end has one x, as long as y',
+      find: '      x.push_back(end);\n      x.push_back(end);',
+      replace: '      x.push_back(end);',
+    },
+    {
+      name: 'a riser stands at the end of the step before it',
+      find: '(before.x.back() + after.x.front()) * 0.5',
+      replace: 'before.x.back()',
+    },
+    {
+      name: 'the last riser is the first',
+      find: 'line.add_end(risers.back(), steps.back());',
+      replace: 'line.add_end(risers.front(), steps.back());',
+    },
+    {
+      name: 'without a riser the line is drawn all the same',
+      find: 'if (tread_centres.x.empty() || risers.empty()) return;',
+      replace: 'if (tread_centres.x.empty()) return;',
+    },
+  ],
+
+  'dispatch/autotrace.cpp': [
+    {
+      name: 'a mode matches by its beginning',
+      find: 'if (row.mode != this->mode) continue;',
+      replace: 'if (this->mode.substr(0, row.mode.size()) != row.mode) continue;',
+    },
+    {
+      name: 'two modes are swapped',
+      find: '{"points-horizontal", points_curves<horizontal,',
+      replace: '{"points-horizontal", points_curves<fission,',
+    },
+    {
+      name: 'curves come with the points',
+      find: '{"curves-fission", points_curves<fission, &Points::x_get_curves, &Points::y_get_curves>}',
+      replace:
+        '{"curves-fission", points_curves<fission, &Points::x_get_points_curves, &Points::y_get_points_curves>}',
+    },
+    {
+      name: 'a horizontal bar is read as a vertical one',
+      find: '{"bar_horizontal-fission", bars<fission, &Bars::x_horizontal_bar, &Bars::y_horizontal_bar>}',
+      replace:
+        '{"bar_horizontal-fission", bars<fission, &Bars::x_vertical_bar, &Bars::y_horizontal_bar>}',
+    },
+    {
+      name: 'the pixel step and the fraction are swapped for points and curves',
+      find: 'in.pixel_step, method, in.cluster_fraction);',
+      replace: 'in.cluster_fraction, method, in.pixel_step);',
+    },
+    {
+      name: 'the clustering is given the pixel step',
+      find: 'Cluster_algm clusters(std::move(in.x), std::move(in.y), in.cluster_fraction);',
+      replace: 'Cluster_algm clusters(std::move(in.x), std::move(in.y), in.pixel_step);',
+    },
+    {
+      name: 'the histogram is given a width of 1',
+      find: 'const Histogram_algm traced(std::move(in.x), std::move(in.y), in.pixel_step);',
+      replace: 'const Histogram_algm traced(std::move(in.x), std::move(in.y), 1.0);',
+    },
+  ],
+};
