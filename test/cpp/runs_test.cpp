@@ -3,10 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <numeric>
 #include <utility>
 #include <vector>
 
+#include "test/cpp/shapes.hpp"
+
+namespace chart_trace_test {
 namespace {
 
 using Ranges = std::vector<std::pair<std::size_t, std::size_t>>;
@@ -43,4 +48,39 @@ TEST(for_each_run, nan_is_a_run_of_its_own_and_zeros_of_either_sign_are_equal) {
   EXPECT_EQ(runs_of({-0.0, 1}, {0.0, -0.0}, 1), (Ranges{{0, 2}}));
 }
 
+// The definition, point by point.
+Ranges runs_one_by_one(const Case& made) {
+  Ranges runs;
+  for (std::size_t k = 0; k < made.x.size(); ++k) {
+    const bool begins =
+        k == 0 || !(made.y[k - 1] == made.y[k]) || !(made.x[k - 1] == made.x[k] - made.step);
+    if (begins) runs.emplace_back(k, k);
+    runs.back().second = k + 1;
+  }
+  return runs;
+}
+
+TEST(for_each_run, a_block_of_64_points_and_what_is_left_of_one_are_cut_alike) {
+  for (std::size_t size = 0; size <= 200; ++size) {
+    for (std::uint64_t seed = 0; seed < 30; ++seed) {
+      const Case made = make_case(seed, size);
+      ASSERT_EQ(runs_of(made.x, made.y, made.step), runs_one_by_one(made)) << made.text();
+    }
+  }
+}
+
+TEST(for_each_run, a_run_may_go_on_over_many_blocks) {
+  std::vector<double> x(1000);
+  std::iota(x.begin(), x.end(), -7.0);
+  const std::vector<double> y(1000, 5);
+  EXPECT_EQ(runs_of(x, y, 1), (Ranges{{0, 1000}}));
+  EXPECT_EQ(runs_of(x, y, 2).size(), 1000U);
+  for (const std::size_t gap : std::vector<std::size_t>{1, 63, 64, 65, 128, 129, 999}) {
+    std::vector<double> with_gap = x;
+    for (std::size_t k = gap; k < x.size(); ++k) with_gap[k] += 1;
+    EXPECT_EQ(runs_of(with_gap, y, 1), (Ranges{{0, gap}, {gap, 1000}}));
+  }
+}
+
 }  // namespace
+}  // namespace chart_trace_test
