@@ -1,8 +1,9 @@
 // The planted bugs: for each file of the core, small mistakes that someone could make there. `find`
 // is text that stands exactly once in the file, `replace` what the mistake makes of it. When a file
-// is rewritten, move its entries to where the same mistake can now be made.
+// is rewritten, move its entries to where the same mistake can now be made. An entry with
+// `arch` stands in code that is compiled for that processor alone.
 
-/** @type {Record<string, {name: string, find: string, replace: string}[]>} */
+/** @type {Record<string, {name: string, arch?: string, find: string, replace: string}[]>} */
 export const bugs = {
   'primitives/to_int32.hpp': [
     {
@@ -258,6 +259,34 @@ export const bugs = {
 
   'indexing/runs.hpp': [
     {
+      name: 'a neighbour is found by adding the step, two points at a time',
+      arch: 'x64',
+      find: '_mm_cmpeq_pd(_mm_loadu_pd(x + k - 1), x_before)',
+      replace: '_mm_cmpeq_pd(_mm_add_pd(_mm_loadu_pd(x + k - 1), steps), _mm_loadu_pd(x + k))',
+    },
+    {
+      name: 'a run goes on into the next row, two points at a time',
+      arch: 'x64',
+      find: '_mm_and_pd(same_x, same_y)',
+      replace: 'same_x',
+    },
+    {
+      name: 'the last two of 64 points are not compared',
+      arch: 'x64',
+      find: 'j < 64; j += 2, k += 2',
+      replace: 'j < 62; j += 2, k += 2',
+    },
+    {
+      name: 'the 64 points are those before',
+      find: 'begins = ~carry_on_64(x, y, k, step)',
+      replace: 'begins = ~carry_on_64(x, y, k > 64 ? k - 64 : k, step)',
+    },
+    {
+      name: 'a run that ends among the 64 points begins where the one before began',
+      find: '      first = next;\n',
+      replace: '',
+    },
+    {
       name: 'a neighbour is found by adding the step',
       find: 'x[k - 1] == x[k] - step',
       replace: 'x[k - 1] + step == x[k]',
@@ -374,6 +403,17 @@ export const bugs = {
       name: 'a box of two and a half steps',
       find: 'this->pixel_step * 3.0',
       replace: 'this->pixel_step * 2.5',
+    },
+    {
+      name: 'a group grows around its newest point',
+      find: 'x_group[next], y_group[next]',
+      replace: 'x_group.back(), y_group.back()',
+    },
+    {
+      name: 'a group grows depth first',
+      find: 'if (box.contains(x_points[i], y_points[i])) {\n          x_group.push_back(x_points[i]);\n          y_group.push_back(y_points[i]);',
+      replace:
+        'if (box.contains(x_points[i], y_points[i])) {\n          x_group.insert(x_group.begin() + static_cast<std::ptrdiff_t>(next) + 1, x_points[i]);\n          y_group.insert(y_group.begin() + static_cast<std::ptrdiff_t>(next) + 1, y_points[i]);',
     },
     {
       name: 'a group ends at the neighbours of its seed',

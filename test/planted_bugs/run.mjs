@@ -195,7 +195,9 @@ function judge(bug) {
 
 /** @type {Bug[]} */
 const all = Object.entries(bugs).flatMap(([file, ofFile]) =>
-  ofFile.map((bug) => ({ file, ...bug })),
+  ofFile.flatMap(({ arch = process.arch, ...bug }) =>
+    arch === process.arch ? [{ file, ...bug }] : [],
+  ),
 );
 const words = process.argv.slice(2).filter((word) => word !== '--check');
 const chosen = all.filter(
