@@ -1,9 +1,11 @@
 #include "extractors/histogram_algm.hpp"
 
+#include <cmath>
 #include <cstddef>
+#include <limits>
 
 #include "extractors/height_changes.hpp"
-#include "grouping/vertical_compartments.hpp"
+#include "indexing/compartment_index.hpp"
 #include "primitives/vectors.hpp"
 
 namespace {
@@ -14,18 +16,28 @@ struct Tops {
 };
 
 // The top of every compartment that has one, left to right.
-Tops tops_of(const std::vector<Group_of_arrays>& x_compartments,
-             const std::vector<Group_of_arrays>& y_compartments) {
-  Tops tops;
-  for (std::size_t k = 0; k < x_compartments.size(); ++k) {
-    const std::vector<double>& gy = y_compartments[k].view();
-    if (gy.empty()) continue;
-    std::size_t top = 0;
-    for (std::size_t i = 1; i < gy.size(); ++i) {
-      if (gy[i] < gy[top]) top = i;
+Tops tops_of(const std::vector<double>& x, const std::vector<double>& y, double width) {
+  struct Top {
+    double x;
+    double y;  // NaN as long as there is none: no point in a compartment has a NaN
+  };
+  constexpr double none = std::numeric_limits<double>::quiet_NaN();
+  const chart_trace::Compartment_index index(x, y, width);
+  // The last one is for the points that no compartment takes.
+  std::vector<Top> compartments(index.count() + 1, Top{none, none});
+  index.for_each_stretch([&](std::size_t compartment, std::size_t begin, std::size_t end) {
+    Top& top = compartments[compartment];
+    for (std::size_t i = begin; i < end; ++i) {
+      if (!(top.y <= y[i])) top = {x[i], y[i]};
     }
-    tops.x.push_back(x_compartments[k].view()[top]);
-    tops.y.push_back(gy[top]);
+  });
+  compartments.pop_back();
+
+  Tops tops;
+  for (const Top& top : compartments) {
+    if (std::isnan(top.y)) continue;
+    tops.x.push_back(top.x);
+    tops.y.push_back(top.y);
   }
   return tops;
 }
@@ -35,9 +47,7 @@ Tops tops_of(const std::vector<Group_of_arrays>& x_compartments,
 Histogram_algm::Histogram_algm(std::vector<double> x, std::vector<double> y,
                                double compartment_width)
     : x_points(std::move(x)), y_points(std::move(y)) {
-  const Vertical_compartments compartments(std::move(x_points), std::move(y_points),
-                                           compartment_width);
-  const Tops tops = tops_of(compartments.x_groups_func(), compartments.y_groups_func());
+  const Tops tops = tops_of(x_points, y_points, compartment_width);
   if (tops.x.empty()) return;
   const std::vector<double> shares = chart_trace::height_changes_in_percent(tops.y);
   std::vector<double> bar_x;

@@ -5,8 +5,7 @@
 #include <cstdint>
 
 #include "extractors/height_changes.hpp"
-#include "grouping/vertical_compartments.hpp"
-#include "primitives/group_of_arrays.hpp"
+#include "indexing/compartment_index.hpp"
 #include "primitives/to_int32.hpp"
 #include "primitives/vectors.hpp"
 
@@ -27,36 +26,65 @@ struct Riser {
   std::vector<double> y;
 };
 
-// The compartments sorted into treads, reduced to their centres, and risers, kept whole.
-struct Treads_and_risers {
-  Step tread_centres;
-  std::vector<Riser> risers;
+// What is to be known of each compartment: how many points it has, and their sums in input order.
+struct Compartment {
+  std::size_t size = 0;
+  double sum_x = 0.0;
+  double sum_y = 0.0;
+
+  // The mean of a sum; NaN without points.
+  double mean(double sum) const { return sum / static_cast<std::int32_t>(size); }
 };
+
+std::vector<Compartment> compartments_of(const std::vector<double>& x, const std::vector<double>& y,
+                                         const chart_trace::Compartment_index& index) {
+  // The last one is for the points that no compartment takes.
+  std::vector<Compartment> compartments(index.count() + 1);
+  index.for_each_stretch([&](std::size_t k, std::size_t begin, std::size_t end) {
+    Compartment compartment = compartments[k];
+    for (std::size_t i = begin; i < end; ++i) {
+      compartment.sum_x += x[i];
+      compartment.sum_y += y[i];
+    }
+    compartment.size += end - begin;
+    compartments[k] = compartment;
+  });
+  compartments.pop_back();
+  return compartments;
+}
 
 // The number of points from which on a compartment is a riser. The factor is the single-precision
 // value of 1.2, a little above 1.2: a mean of exactly 5 gives 7, not 6.
-std::int64_t riser_threshold(const std::vector<Group_of_arrays>& compartments) {
-  std::vector<double> sizes;
-  sizes.reserve(compartments.size());
-  for (const Group_of_arrays& compartment : compartments) {
-    sizes.push_back(static_cast<double>(compartment.view().size()));
+std::int64_t riser_threshold(const std::vector<Compartment>& compartments) {
+  double points = 0.0;
+  for (const Compartment& compartment : compartments) {
+    points += static_cast<double>(compartment.size);
   }
-  return chart_trace::to_int32(std::ceil(mean_of(sizes) * static_cast<double>(1.2F)));
+  const double mean = points / chart_trace::count_of(compartments);
+  return chart_trace::to_int32(std::ceil(mean * static_cast<double>(1.2F)));
 }
 
-Treads_and_risers sort_out_compartments(const std::vector<Group_of_arrays>& x_compartments,
-                                        const std::vector<Group_of_arrays>& y_compartments) {
+// The compartments sorted into treads, reduced to their centres, and the outermost risers.
+struct Treads_and_risers {
+  Step tread_centres;
+  bool has_risers = false;
+  std::size_t first_riser = 0;
+  std::size_t last_riser = 0;
+};
+
+Treads_and_risers sort_out(const std::vector<Compartment>& compartments) {
   // Compared without a sign, so that a threshold below 0 would make every compartment a tread.
-  const auto threshold = static_cast<std::uint64_t>(riser_threshold(x_compartments));
+  const auto threshold = static_cast<std::uint64_t>(riser_threshold(compartments));
   Treads_and_risers sorted;
-  for (std::size_t k = 0; k < x_compartments.size(); ++k) {
-    const std::vector<double>& gx = x_compartments[k].view();
-    const std::vector<double>& gy = y_compartments[k].view();
-    if (gx.size() < threshold) {
-      sorted.tread_centres.x.push_back(mean_of(gx));
-      sorted.tread_centres.y.push_back(mean_of(gy));
+  for (std::size_t k = 0; k < compartments.size(); ++k) {
+    const Compartment& compartment = compartments[k];
+    if (compartment.size < threshold) {
+      sorted.tread_centres.x.push_back(compartment.mean(compartment.sum_x));
+      sorted.tread_centres.y.push_back(compartment.mean(compartment.sum_y));
     } else {
-      sorted.risers.push_back({gx, gy});
+      if (!sorted.has_risers) sorted.first_riser = k;
+      sorted.has_risers = true;
+      sorted.last_riser = k;
     }
   }
   return sorted;
@@ -134,17 +162,23 @@ struct Polyline {
 Step_size_graph_algm::Step_size_graph_algm(std::vector<double> x, std::vector<double> y,
                                            double compartment_width)
     : x_points(std::move(x)), y_points(std::move(y)) {
-  const Vertical_compartments compartments(std::move(x_points), std::move(y_points),
-                                           compartment_width);
-  const auto [tread_centres, risers] =
-      sort_out_compartments(compartments.x_groups_func(), compartments.y_groups_func());
-  if (tread_centres.x.empty() || risers.empty()) return;
+  const chart_trace::Compartment_index index(x_points, y_points, compartment_width);
+  const Treads_and_risers sorted = sort_out(compartments_of(x_points, y_points, index));
+  if (sorted.tread_centres.x.empty() || !sorted.has_risers) return;
 
-  const std::vector<Step> steps = chain_into_steps(tread_centres);
+  Riser first_riser;
+  Riser last_riser;
+  index.for_each_point_of(sorted.first_riser, sorted.last_riser, [&](std::size_t k, std::size_t i) {
+    Riser& riser = k == sorted.first_riser ? first_riser : last_riser;
+    riser.x.push_back(x_points[i]);
+    riser.y.push_back(y_points[i]);
+  });
+  const bool is_one = sorted.first_riser == sorted.last_riser;
+  const std::vector<Step> steps = chain_into_steps(sorted.tread_centres);
   Polyline line;
-  line.add_start(risers.front(), steps.front());
+  line.add_start(first_riser, steps.front());
   for (std::size_t j = 1; j < steps.size(); ++j) line.add_riser(steps[j - 1], steps[j]);
-  line.add_end(risers.back(), steps.back());
+  line.add_end(is_one ? first_riser : last_riser, steps.back());
   x_steps = std::move(line.x);
   y_steps = std::move(line.y);
 }

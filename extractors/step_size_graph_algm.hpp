@@ -19,7 +19,8 @@
 // Empty: without a tread or without a riser (as when all compartments are equally full) both
 // results are empty.
 // NaN: a compartment without points is a tread with a NaN centre, and all treads then form one
-// step. Cost: that of the compartments, and a pass over the points.
+// step.
+// Cost: four passes over the points, one over the compartments, which are never built.
 class Step_size_graph_algm {
  public:
   Step_size_graph_algm(std::vector<double> x, std::vector<double> y, double compartment_width);

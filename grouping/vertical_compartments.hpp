@@ -5,6 +5,10 @@
 
 #include "primitives/group_of_arrays.hpp"
 
+namespace chart_trace {
+struct Sorted_pixels;
+}
+
 // Cuts a point set into vertical compartments of equal width, side by side from the leftmost point
 // rightwards, as far as the rightmost point or until every point has been taken.
 // Borders: closed intervals [t, t + width], each left border the right border before it. They are
@@ -16,6 +20,7 @@
 // No points, or a NaN as first x, give no compartments; a NaN as first y leaves all empty.
 // A width that does not move the border to the right (0, negative, NaN, too small) makes one
 // compartment, and then the run stops.
+// Cost: a few passes over the points, and over the compartments; neither multiplies the other.
 class Vertical_compartments {
  public:
   Vertical_compartments(std::vector<double> x, std::vector<double> y, double compartment_width);
@@ -26,6 +31,9 @@ class Vertical_compartments {
   std::vector<Group_of_arrays> y_groups_func() && { return std::move(y_groups); }
 
  private:
+  void divide();
+  void unpack(const chart_trace::Sorted_pixels& sorted);
+
   std::vector<double> x_points, y_points;           // not yet taken by a compartment
   std::vector<Group_of_arrays> x_groups, y_groups;  // parallel, left to right
   double compartment_width;

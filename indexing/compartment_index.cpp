@@ -1,0 +1,54 @@
+#include "indexing/compartment_index.hpp"
+
+#include <algorithm>
+
+namespace chart_trace {
+namespace {
+
+struct Range {
+  double left;
+  double last;
+
+  void include(double x) {
+    left = x < left ? x : left;
+    last = x > last ? x : last;
+  }
+};
+
+// The smallest and the largest x, the first of which is a number: NaN is passed over. In four parts
+// by turns, as each comparison has to wait for the one before it.
+Range range_of(const std::vector<double>& x) {
+  Range a{x[0], x[0]};
+  Range b = a;
+  Range c = a;
+  Range d = a;
+  std::size_t i = 0;
+  for (; i + 4 <= x.size(); i += 4) {
+    a.include(x[i]);
+    b.include(x[i + 1]);
+    c.include(x[i + 2]);
+    d.include(x[i + 3]);
+  }
+  for (; i < x.size(); ++i) a.include(x[i]);
+  return {std::min({a.left, b.left, c.left, d.left}), std::max({a.last, b.last, c.last, d.last})};
+}
+
+bool holds_nan(const std::vector<double>& x, const std::vector<double>& y) {
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    if (std::isunordered(x[i], y[i])) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Compartment_index::Compartment_index(const std::vector<double>& x, const std::vector<double>& y,
+                                     double width)
+    : x_(x), y_(y) {
+  if (x.empty() || std::isnan(x[0])) return;
+  const Range range = range_of(x);
+  borders_ = Compartment_borders(range.left, range.last, width, holds_nan(x, y));
+  takes_any_ = !std::isnan(y[0]);
+}
+
+}  // namespace chart_trace
