@@ -6,20 +6,24 @@ import test from 'node:test';
 import { attempt } from './support/addon.js';
 
 // With a small young generation and a collection before each measurement, what remains of the
-// resident memory's movement is what calls leave behind. 100,000 calls that leak 64 bytes each
-// would add 6 MB.
+// resident memory's movement is the heap's own and comes and goes, and what calls leave behind,
+// which comes in every round: 100,000 calls that leak 64 bytes each would add 6 MB.
 const steady = ['--expose-gc', '--max-semi-space-size=1'];
-const growthOf = (call) => `
+const leastGrowthOf = (call) => `
   const x = [10, 20, 30, 40, 50];
   const thrower = { get 0() { throw 5 } };
   const run = (calls) => {
     for (let i = 0; i < calls; ++i) { ${call} }
     gc();
-    return process.memoryUsage.rss();
+    return process.memoryUsage.rss() / 2 ** 20;
   };
   run(30_000);
-  const before = run(5_000);
-  (run(100_000) - before) / 2 ** 20`;
+  let least = Infinity;
+  for (let round = 0; round < 5 && least > 1; ++round) {
+    const before = run(5_000);
+    least = Math.min(least, run(100_000) - before);
+  }
+  least`;
 
 const calls = {
   'good calls': 'trace(x, x, 5, 1, "bar_vertical-fission", 0.05)',
@@ -30,7 +34,7 @@ const calls = {
 };
 for (const [name, call] of Object.entries(calls)) {
   test(`100,000 ${name} leave no memory behind`, async () => {
-    const { returned: growth } = await attempt(growthOf(call), steady);
+    const { returned: growth } = await attempt(leastGrowthOf(call), steady);
     assert.ok(growth < 4, `grew by ${growth} MB`);
   });
 }

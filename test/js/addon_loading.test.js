@@ -140,7 +140,7 @@ const stops = {
     const w = new Worker(code('if (key === "1") parentPort.postMessage(0); return 10 * key'), { eval: true });
     w.on('message', () => w.terminate());`,
   'out of memory in a getter': `
-    const w = new Worker(code('const all = []; for (;;) all.push(new Array(1000).fill(key))'), {
+    const w = new Worker(code('for (let all = null; ; ) all = { all }'), {
       eval: true, resourceLimits: { maxOldGenerationSizeMb: 16 },
     });
     w.on('error', () => {});`,
