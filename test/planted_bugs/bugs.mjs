@@ -486,40 +486,99 @@ export const bugs = {
 
   'grouping/vertical_compartments.cpp': [
     {
+      name: 'a stretch of points goes in backwards',
+      find: 'for (std::size_t i = begin; i < end; ++i) {\n      *place.x++ = x_points[i];',
+      replace: 'for (std::size_t i = end; i-- > begin;) {\n      *place.x++ = x_points[i];',
+    },
+    {
+      name: 'the points that are left over make a group',
+      find: '  x_parts.pop_back();\n  y_parts.pop_back();\n',
+      replace: '',
+    },
+    {
+      name: 'pixels are unpacked from the first compartment on each time',
+      find: '    begin = end;\n',
+      replace: '',
+    },
+  ],
+
+  'indexing/compartment_borders.cpp': [
+    {
       name: 'borders are multiples of the width',
-      find: 'left = right;',
-      replace: 'left = x_min + static_cast<double>(x_groups.size()) * this->compartment_width;',
+      find: 'right_.push_back(width + border);',
+      replace: 'right_.push_back(left + static_cast<double>(right_.size()) * width);',
     },
     {
-      name: 'a point on the right border belongs to the right',
-      find: 'px <= right',
-      replace: 'px < right',
-    },
-    {
-      name: 'the rightmost point may be left out',
-      find: 'left <= x_max',
-      replace: 'left < x_max',
+      name: 'points left over make no compartment behind the last border',
+      find: '(border == last && beyond)',
+      replace: '(border == last && beyond && width < 0.0)',
     },
     {
       name: 'a border that does not move goes on',
-      find: 'if (!(right > left)) return;',
-      replace: 'if (right < left) return;',
+      find: 'if (!(right_.back() > border)) break;',
+      replace: 'if (right_.back() < border) break;',
     },
     {
-      name: 'the lowest point is outside',
-      find: 'y_min <= py',
-      replace: 'y_min < py',
+      name: 'the search puts a point on a border to the right of it',
+      find: 'return !(x <= right);',
+      replace: 'return !(x < right);',
+    },
+  ],
+
+  'indexing/compartment_borders.hpp': [
+    {
+      name: 'the proposed compartment is taken without a look at its borders',
+      find: 'if (interval(k).holds(x)) return k;',
+      replace: 'return k;',
     },
     {
-      name: 'the highest point is outside',
-      find: 'py <= y_max',
-      replace: 'py < y_max',
+      name: 'a point on the right border belongs to the right',
+      find: 'return !(x <= left) && x <= right;',
+      replace: 'return !(x < left) && x < right;',
+    },
+  ],
+
+  'indexing/compartment_index.cpp': [
+    {
+      name: 'a NaN as first y takes points all the same',
+      find: 'takes_any_ = !std::isnan(y[0]);',
+      replace: 'takes_any_ = true;',
     },
     {
-      name: 'an empty compartment is left out',
-      find: 'x_groups.emplace_back(std::move(x_inside));',
-      replace:
-        'if (x_inside.empty()) y_inside.clear();\n    else x_groups.emplace_back(std::move(x_inside));',
+      name: 'the last few points do not count to the range of x',
+      find: '  for (; i < x.size(); ++i) a.include(x[i]);\n',
+      replace: '',
+    },
+  ],
+
+  'indexing/compartment_index.hpp': [
+    {
+      name: 'a stretch goes on over a NaN',
+      find: 'x[end] == x[begin] && !std::isnan(y[end])',
+      replace: 'x[end] == x[begin]',
+    },
+    {
+      name: 'a riser holds points with a NaN',
+      find: 'in_left.holds(x[i]) && !std::isnan(y[i])',
+      replace: 'in_left.holds(x[i])',
+    },
+  ],
+
+  'indexing/pixel_sort.cpp': [
+    {
+      name: 'a fraction is cut off',
+      find: 'return number == value;',
+      replace: 'return true;',
+    },
+    {
+      name: 'a zero loses its sign',
+      find: 'if (bits_of(value) > bits_of(largest)) return false;',
+      replace: 'if (!(value >= 0.0) || bits_of(value + 0.0) > bits_of(largest)) return false;',
+    },
+    {
+      name: 'pixels are taken by compartments that do not reach them',
+      find: 'if (borders.compartment_at(last) == borders.count()) return std::nullopt;',
+      replace: '',
     },
   ],
 
@@ -617,23 +676,23 @@ export const bugs = {
   'extractors/histogram_algm.cpp': [
     {
       name: 'the top is the largest y',
-      find: 'if (gy[i] < gy[top]) top = i;',
-      replace: 'if (gy[i] > gy[top]) top = i;',
+      find: 'if (!(top.y <= y[i]))',
+      replace: 'if (!(top.y >= y[i]))',
     },
     {
       name: 'the last of equal tops is taken',
-      find: 'if (gy[i] < gy[top]) top = i;',
-      replace: 'if (gy[i] <= gy[top]) top = i;',
+      find: 'if (!(top.y <= y[i]))',
+      replace: 'if (!(top.y < y[i]))',
     },
     {
       name: 'the x of a top is that of the first pixel of its compartment',
-      find: 'tops.x.push_back(x_compartments[k].view()[top]);',
-      replace: 'tops.x.push_back(x_compartments[k].view()[0]);',
+      find: 'top = {x[i], y[i]};',
+      replace: 'top = {std::isnan(top.y) ? x[i] : top.x, y[i]};',
     },
     {
       name: 'an empty compartment ends the histogram',
-      find: 'if (gy.empty()) continue;',
-      replace: 'if (gy.empty()) break;',
+      find: 'if (std::isnan(top.y)) continue;',
+      replace: 'if (std::isnan(top.y)) break;',
     },
     {
       name: 'the x of a bar is the mean of its tops',
@@ -665,19 +724,19 @@ export const bugs = {
     },
     {
       name: 'the threshold is rounded down',
-      find: 'std::ceil(mean_of(sizes)',
-      replace: 'std::floor(mean_of(sizes)',
+      find: 'std::ceil(mean ',
+      replace: 'std::floor(mean ',
     },
     {
       name: 'as many points as the threshold are a tread',
-      find: 'gx.size() < threshold',
-      replace: 'gx.size() <= threshold',
+      find: 'compartment.size < threshold',
+      replace: 'compartment.size <= threshold',
     },
     {
       name: 'empty compartments do not count to the mean',
-      find: 'sizes.push_back(static_cast<double>(compartment.view().size()));',
+      find: 'const double mean = points / chart_trace::count_of(compartments);',
       replace:
-        'if (compartment.view().empty()) continue;\n    sizes.push_back(static_cast<double>(compartment.view().size()));',
+        'double full = 0.0;\n  for (const auto& each : compartments) full += each.size > 0 ? 1.0 : 0.0;\n  const double mean = points / full;',
     },
     {
       name: 'the height of a step is that of its last centre',
@@ -742,13 +801,13 @@ export const bugs = {
     },
     {
       name: 'the last riser is the first',
-      find: 'line.add_end(risers.back(), steps.back());',
-      replace: 'line.add_end(risers.front(), steps.back());',
+      find: 'line.add_end(is_one ? first_riser : last_riser, steps.back());',
+      replace: 'line.add_end(first_riser, steps.back());',
     },
     {
       name: 'without a riser the line is drawn all the same',
-      find: 'if (tread_centres.x.empty() || risers.empty()) return;',
-      replace: 'if (tread_centres.x.empty()) return;',
+      find: 'if (sorted.tread_centres.x.empty() || !sorted.has_risers) return;',
+      replace: 'if (sorted.tread_centres.x.empty()) return;',
     },
   ],
 
