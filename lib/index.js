@@ -1,6 +1,6 @@
 // What the package offers: the native function as it is, and the way from a picture to its values.
 
-export { makeAxis } from './axes.js';
+export { makeAxes, makeAxis, parseReferences } from './axes.js';
 export { chroma, colourDistance, formatColour, parseColour } from './colours.js';
 export { ChartTraceError, LimitError } from './errors.js';
 export { MODES, splitResult } from './modes.js';

@@ -65,7 +65,7 @@ function rows({ x, y }, xAxis, yAxis, published) {
     .map((pixelX, i) => ({ pixelX, pixelY: y[i] }))
     .sort((a, b) => a.pixelX - b.pixelX)
     .map(({ pixelX, pixelY }) => {
-      const [valueX, valueY] = [xAxis.toValue(pixelX), yAxis.toValue(pixelY)];
+      const [valueX, valueY] = [Number(xAxis.toValue(pixelX)), Number(yAxis.toValue(pixelY))];
       const [nearest] = [...published].sort(
         (a, b) => Math.abs(a[0] - valueX) - Math.abs(b[0] - valueX),
       );

@@ -3,6 +3,7 @@ import { test } from 'node:test';
 import { findMode, MODES, splitResult } from '../../lib/modes.js';
 import { trace } from '../../lib/native.js';
 import { tracePixels } from '../../lib/series.js';
+import { randomNumbers } from './support/random.js';
 
 test('the table lists thirteen different modes', () => {
   assert.equal(new Set(MODES.map(({ mode }) => mode)).size, 13);
@@ -129,15 +130,6 @@ test('one x more is told from one y more where all three middle values are equal
   assert.deepEqual(x, [0.5, 10, 10, 30.5, 30.5]);
   assert.deepEqual(y, [30.5, 30.5, 10.5, 10.5]);
 });
-
-/** @param {number} seed */
-function randomNumbers(seed) {
-  let state = seed;
-  return () => {
-    state = (Math.imul(state, 1664525) + 1013904223) >>> 0;
-    return state / 2 ** 32;
-  };
-}
 
 /**
  * A staircase of random treads and risers, on a grid of random width, its first y and its last x

@@ -1,0 +1,11 @@
+/**
+ * Numbers from 0 to 1, the same ones for the same seed.
+ * @param {number} seed
+ */
+export function randomNumbers(seed) {
+  let state = seed;
+  return () => {
+    state = (Math.imul(state, 1664525) + 1013904223) >>> 0;
+    return state / 2 ** 32;
+  };
+}
