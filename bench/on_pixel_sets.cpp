@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <map>
+#include <tuple>
 
 namespace chart_trace_bench {
 namespace {
@@ -12,13 +14,34 @@ namespace {
 // Enough for every shape to appear and little enough for a quadratic oracle.
 constexpr std::size_t proof_size = 2'000;
 
+// Asks each subject once for each shape and order, however often it is timed.
+bool is_proven(const Subject& subject, Shape shape, Order order) {
+  static std::map<std::tuple<std::string, Shape, Order>, bool> answers;
+  const auto [answer, is_new] = answers.try_emplace({subject.name, shape, order}, true);
+  if (is_new && subject.is_right) {
+    answer->second = subject.is_right(pixels_of(shape, order, proof_size));
+  }
+  return answer->second;
+}
+
+// The set that was asked for last is kept, since a benchmark is repeated.
+const Pixels& latest_pixels(Shape shape, Order order, std::size_t size) {
+  static std::tuple<Shape, Order, std::size_t> latest{Shape::discs, Order::raster, 0};
+  static Pixels pixels;
+  if (latest != std::tie(shape, order, size)) {
+    latest = {shape, order, size};
+    pixels = pixels_of(shape, order, size);
+  }
+  return pixels;
+}
+
 void measure(benchmark::State& state, const Subject& subject, Shape shape, Order order,
              std::size_t size) {
-  if (subject.is_right && !subject.is_right(pixels_of(shape, order, proof_size))) {
+  if (!is_proven(subject, shape, order)) {
     state.SkipWithError("the answer is wrong");
     return;
   }
-  const Pixels pixels = pixels_of(shape, order, size);
+  const Pixels& pixels = latest_pixels(shape, order, size);
   subject.run(pixels);  // the memory that calls reuse is mapped before the first is timed
   for (auto _ : state) subject.run(pixels);
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(size));

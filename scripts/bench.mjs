@@ -3,6 +3,7 @@
 //   node scripts/bench.mjs [REGEX] [--quick]
 //
 // REGEX chooses benchmarks by name, SUBJECT/SHAPE/ORDER/POINTS: 'Fission_algm' or 'bars/raster'.
+// Without it the table of whole calls, bench/whole_call.mjs, follows.
 // --quick takes each figure once instead of the median of five.
 // Needs CMake, a C++ compiler and Google Benchmark; OpenCV and nanoflann add anchors.
 
@@ -141,3 +142,7 @@ run(
 
 console.log(`ns a point on ${cpus()[0]?.model}, one thread${quick ? '' : ', medians of five'}\n`);
 console.log(tableOf(figuresOf(resultsFile)));
+if (regex === undefined) {
+  run('node', ['scripts/build.mjs'], 'The module is needed to time whole calls.');
+  spawnSync('node', ['bench/whole_call.mjs'], { cwd: root, stdio: 'inherit' });
+}

@@ -1,0 +1,153 @@
+// What whole calls of `trace` cost: time on two Float64Arrays and on two plain arrays, beside that
+// of copying both; time on the real charts; and the memory a call needs at its peak.
+//
+//   node bench/whole_call.mjs [REGEX]     only the modes that match
+//
+// Needs the module (npm run build) and the benchmarks (scripts/bench.mjs builds them).
+
+import { execFileSync } from 'node:child_process';
+import { readFileSync, writeFileSync } from 'node:fs';
+import process from 'node:process';
+import { fileURLToPath } from 'node:url';
+import { trace } from '../lib/native.js';
+import { chartNames, modesOf, readChart } from '../test/integration/charts.js';
+
+const pixelsProgram = fileURLToPath(
+  new URL('../build/bench/bench/chart_trace_pixels', import.meta.url),
+);
+const STEP = 1;
+const FRACTION = 0.05;
+
+/** The modes, each with the pixels it is made for. */
+const SUBJECTS = [
+  ['points-fission', 'discs'],
+  ['points-horizontal', 'discs'],
+  ['points_curves-fission', 'discs'],
+  ['point_density', 'discs'],
+  ['curves-fission', 'curves'],
+  ['curves-horizontal', 'curves'],
+  ['bar_vertical-fission', 'bars'],
+  ['bar_vertical-horizontal', 'bars'],
+  ['histogram', 'areas'],
+  ['step_size_graph', 'steps'],
+];
+
+/**
+ * @param {string} shape
+ * @param {number} points
+ */
+function pixelsOf(shape, points) {
+  const options = { maxBuffer: 17 * points };
+  const bytes = execFileSync(pixelsProgram, [shape, 'raster', String(points)], options);
+  const values = new Float64Array(
+    bytes.buffer.slice(bytes.byteOffset, bytes.byteOffset + 16 * points),
+  );
+  return { x: values.slice(0, points), y: values.slice(points) };
+}
+
+/**
+ * The median time of a warm call, in nanoseconds.
+ * @param {() => unknown} call
+ */
+function timeOf(call) {
+  for (let i = 0; i < 5; i++) call();
+  const times = [];
+  for (const end = performance.now() + 300; times.length < 15 || performance.now() < end;) {
+    const start = process.hrtime.bigint();
+    call();
+    times.push(Number(process.hrtime.bigint() - start));
+  }
+  return times.sort((a, b) => a - b)[times.length >> 1];
+}
+
+/**
+ * @param {ArrayLike<number>} a
+ * @param {ArrayLike<number>} b
+ */
+const areAlike = (a, b) =>
+  a.length === b.length && Array.from(a).every((value, i) => Object.is(value, b[i]));
+
+/** @param {string[][]} subjects */
+function printTimes(subjects) {
+  const points = 1e5;
+  console.log(`Whole calls, ${points} pixels in raster order, ns a point, medians:\n`);
+  console.log('| mode | pixels | two Float64Arrays | two plain arrays | a copy of both |');
+  console.log('|---|---|---|---|---|');
+  for (const [mode, shape] of subjects) {
+    const { x, y } = pixelsOf(shape, points);
+    const [plainX, plainY] = [Array.from(x), Array.from(y)];
+    const typed = () => trace(x, y, points, STEP, mode, FRACTION);
+    const plain = () => trace(plainX, plainY, points, STEP, mode, FRACTION);
+    if (!areAlike(typed(), plain())) throw new Error(`${mode}: the two kinds of arrays disagree`);
+    const copy = () => [x.slice(), y.slice()];
+    const times = [typed, plain, copy].map((call) => (timeOf(call) / points).toFixed(2));
+    console.log(`| ${mode} | ${shape} | ${times.join(' | ')} |`);
+  }
+}
+
+/** @param {(mode: string) => boolean} isWanted */
+async function printCharts(isWanted) {
+  console.log('\nReal charts, whole calls:\n');
+  console.log('| chart | mode | pixels | ms | ns a pixel |');
+  console.log('|---|---|---|---|---|');
+  for (const name of chartNames) {
+    const chart = await readChart(name);
+    const { x, y } = chart.pixels;
+    for (const mode of modesOf(chart.series).filter(isWanted)) {
+      const time = timeOf(() => trace(x, y, x.length, STEP, mode, FRACTION));
+      const figures = [x.length, (time / 1e6).toFixed(3), (time / x.length).toFixed(1)];
+      console.log(`| ${name} | ${mode} | ${figures.join(' | ')} |`);
+    }
+  }
+}
+
+/**
+ * A figure of this process as the kernel keeps it, in bytes.
+ * @param {'VmRSS' | 'VmHWM'} name
+ */
+function memory(name) {
+  const status = readFileSync('/proc/self/status', 'utf8');
+  return 1024 * Number(new RegExp(`^${name}:\\s+(\\d+) kB`, 'm').exec(status)?.[1]);
+}
+
+/**
+ * The memory of one call at its peak, beyond what was in use before it, in bytes a point. To be run
+ * in a process of its own.
+ * @param {string} mode
+ * @param {string} shape
+ */
+function peakOf(mode, shape) {
+  const points = 1e6;
+  const { x, y } = pixelsOf(shape, points);
+  trace(x, y, 1000, STEP, mode, FRACTION);
+  writeFileSync('/proc/self/clear_refs', '5'); // the peak is counted from here on
+  const before = memory('VmRSS');
+  trace(x, y, points, STEP, mode, FRACTION);
+  return (memory('VmHWM') - before) / points;
+}
+
+/** @param {string[][]} subjects */
+function printPeaks(subjects) {
+  if (process.platform !== 'linux') return console.log('\nPeak memory is measured on Linux only.');
+  console.log(
+    "\nPeak memory of a call with 1e6 pixels, in multiples of the input's 16 bytes a point:\n",
+  );
+  console.log('| mode | pixels | beyond the input |');
+  console.log('|---|---|---|');
+  for (const [mode, shape] of subjects) {
+    const self = fileURLToPath(import.meta.url);
+    const bytes = Number(execFileSync(process.execPath, [self, 'peak', mode, shape]));
+    console.log(`| ${mode} | ${shape} | ${(bytes / 16).toFixed(1)} |`);
+  }
+}
+
+const [task = '', mode, shape] = process.argv.slice(2);
+if (task === 'peak') {
+  console.log(peakOf(mode, shape));
+} else {
+  const isWanted = (/** @type {string} */ name) => new RegExp(task).test(name);
+  const subjects = SUBJECTS.filter(([name]) => isWanted(name));
+  printTimes(subjects);
+  await printCharts(isWanted);
+  printPeaks(subjects);
+}
