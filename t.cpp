@@ -7,6 +7,7 @@
 #include <napi.h>
 
 #include <cstdint>
+#include <exception>
 #include <string>
 #include <utility>
 #include <vector>
@@ -100,7 +101,9 @@ Napi::Value array_of(napi_env env, const std::vector<double>& numbers) {
 
 // trace(x_values, y_values, count, pixel_step, mode, cluster_fraction): the data that the pixels
 // show, as one array: all x values, then all y values. An empty value when an exception is pending.
-static Napi::Value trace(const Napi::CallbackInfo& info) {
+// What the computation throws, when memory runs out or a pixel step asks for more compartments than
+// can be counted, becomes a RangeError: nothing may reach the host's own frames.
+static Napi::Value trace(const Napi::CallbackInfo& info) try {
   const napi_env env = info.Env();
   double count = 0.0;
   double pixel_step = 0.0;
@@ -118,6 +121,9 @@ static Napi::Value trace(const Napi::CallbackInfo& info) {
   const std::vector<double> y_result = traced.y_autotrace_func();
   result.insert(result.end(), y_result.begin(), y_result.end());
   return array_of(env, result);
+} catch (const std::exception& failure) {
+  Napi::RangeError::New(info.Env(), failure.what()).ThrowAsJavaScriptException();
+  return {};
 }
 
 static Napi::Object Init(Napi::Env env, Napi::Object exports) {

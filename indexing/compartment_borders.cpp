@@ -1,14 +1,36 @@
 #include "indexing/compartment_borders.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
+#include <stdexcept>
 
 namespace chart_trace {
+namespace {
+
+constexpr std::size_t most_compartments = std::numeric_limits<std::int32_t>::max();
+
+// Whether there are certainly more compartments than most_compartments, so that none need be made
+// to find out. As long as a border is not farther from 0 than 2^52 widths, it moves by at most two.
+bool are_certainly_too_many(double left, double last, double width) {
+  const double far = std::min(4503599627370496.0 * width, std::numeric_limits<double>::max());
+  if (!(width > 0.0) || left < -far) return false;
+  const double longest = 2.0 * width;
+  return std::min(last, far) / longest - left / longest > static_cast<double>(most_compartments);
+}
+
+[[noreturn]] void refuse() {
+  throw std::length_error("there are more compartments than a 32-bit count can tell");
+}
+
+}  // namespace
 
 Compartment_borders::Compartment_borders(double left, double last, double width, bool beyond)
     : left_(left), right_{std::numeric_limits<double>::quiet_NaN()} {
+  if (are_certainly_too_many(left, last, width)) refuse();
   double border = left;
   do {
+    if (right_.size() > most_compartments) refuse();
     right_.push_back(width + border);
     if (!(right_.back() > border)) break;
     border = right_.back();

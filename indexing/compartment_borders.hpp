@@ -20,7 +20,8 @@ class Compartment_borders {
 
   // Compartments as far as the first that ends at or right of `last`, or, if it must end `beyond`
   // it, right of it. A border that does not lie right of the one before it ends the run, which so
-  // has one compartment at least. `left` is at most `last`.
+  // has one compartment at least. `left` is at most `last`. Throws std::length_error when there are
+  // more compartments than a signed 32-bit count can tell.
   Compartment_borders(double left, double last, double width, bool beyond);
 
   std::size_t count() const { return count_; }

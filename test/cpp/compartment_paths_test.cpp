@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <stdexcept>
 #include <vector>
 
 #include "extractors/histogram_algm.hpp"
@@ -183,6 +184,16 @@ TEST(Compartment_paths, borders_that_move_unevenly_equal_the_oracle) {
       ASSERT_TRUE(equal_the_oracle(set, width));
     }
   }
+}
+
+TEST(Compartment_paths, more_compartments_than_can_be_counted_are_refused_at_once) {
+  const std::vector<double> y{0.0, 0.0};
+  EXPECT_THROW(Vertical_compartments({0.0, 1e12}, y, 1.0), std::length_error);
+  EXPECT_THROW(Histogram_algm({0.0, 1000.0}, y, 1e-9), std::length_error);
+  EXPECT_THROW(Step_size_graph_algm({-5.0, infinity}, y, 1.0), std::length_error);
+  // A border that stops moving before it gets there ends the run instead.
+  EXPECT_TRUE(equal_the_oracle({{9007199254740992.0 - 300.0, 1e300}, y}, 1.0));
+  EXPECT_TRUE(equal_the_oracle({{-1e300, 1e300}, y}, 1.0));
 }
 
 TEST(Compartment_paths, zeros_keep_their_sign) {

@@ -29,7 +29,13 @@ const noNumbers = [
 /** A row for each value: the source of a call with it, and that it is refused. */
 const refused = (callOf, values = noNumbers) => values.map((value) => [callOf(value), notANumber]);
 
+const tooMany = 'RangeError: there are more compartments than a 32-bit count can tell';
+
 const badCalls = {
+  'a pixel step far too small for the width of the picture': [
+    ['trace([0, 1000], [1, 1], 2, 1e-9, "histogram", 1)', tooMany],
+    ['trace([0, 1e300], [1, 1], 2, 1, "step_size_graph", 1)', tooMany],
+  ],
   'missing arguments': [
     ['trace()', notANumber],
     ['trace([1])', notANumber],
