@@ -61,6 +61,7 @@ function figuresOf(file) {
   if (wrong.length > 0) process.exit(1);
   return benchmarks
     .filter((/** @type {any} */ entry) => (entry.aggregate_name ?? 'median') === 'median')
+    .filter((/** @type {any} */ entry) => entry.run_name.split('/').length === 4)
     .map((/** @type {any} */ entry) => {
       const [subject, shape, order, points] = entry.run_name.split('/');
       const input = `${shape}, ${order}`;
@@ -74,7 +75,7 @@ function figuresOf(file) {
  */
 function exponentOf(figures) {
   const large = figures.filter(({ points }) => points >= growthFrom);
-  if (large.length < 2) return undefined;
+  if (large.length < 2) return NaN;
   const logs = large.map(({ points, ns }) => [Math.log(points), Math.log(points * ns)]);
   const mean = (/** @type {number[]} */ values) => values.reduce((a, b) => a + b) / values.length;
   const middleX = mean(logs.map(([x]) => x));
@@ -84,33 +85,51 @@ function exponentOf(figures) {
 }
 
 /**
- * @param {number | undefined} value
+ * One figure, or the smallest and the largest of several.
+ * @param {number[]} values
  * @param {number} digits
  */
-const text = (value, digits) => (value === undefined ? '' : value.toFixed(digits));
+function rangeOf(values, digits) {
+  if (values.length === 0) return '';
+  const [least, most] = [Math.min(...values), Math.max(...values)].map((v) => v.toFixed(digits));
+  return least === most ? least : `${least} to ${most}`;
+}
+
+/**
+ * Shapes of one kind cost alike and share a row of the short table.
+ * @type {Record<string, string>}
+ */
+const kinds = { discs: 'solid', bars: 'solid', areas: 'solid', curves: 'lines', steps: 'lines' };
 
 /**
  * A row for each subject and input, with its anchor's figures beside it where there are some.
  * @param {Figure[]} figures
+ * @param {(input: string) => string} rowOf The row that an input belongs to.
  */
-function tableOf(figures) {
+function tableOf(figures, rowOf) {
   const isAnchor = ({ subject = '' }) => subject === anchorOfLastResort || subject.includes(':');
-  const subjects = [...new Set(figures.filter((each) => !isAnchor(each)).map((f) => f.subject))];
+  const subjects = new Set(figures.filter((each) => !isAnchor(each)).map((each) => each.subject));
   const sizes = [...new Set(figures.map(({ points }) => points))].sort((a, b) => a - b);
   const rows = [];
   for (const subject of subjects) {
     const anchor =
       figures.find((figure) => figure.subject.startsWith(`${subject}:`))?.subject ??
       anchorOfLastResort;
-    const own = figures.filter((figure) => figure.subject === subject);
-    for (const input of new Set(own.map((figure) => figure.input))) {
-      const find = (/** @type {string} */ name, /** @type {number} */ points) =>
-        figures.find((f) => f.subject === name && f.input === input && f.points === points)?.ns;
-      const times = sizes.map((points) => text(find(subject, points), 2));
-      const anchors = sizes.map((points) => text(find(anchor, points), 2));
-      const exponent = exponentOf(own.filter((figure) => figure.input === input));
+    const inputs = new Set(figures.filter((f) => f.subject === subject).map((f) => f.input));
+    for (const row of new Set([...inputs].map(rowOf))) {
+      const members = [...inputs].filter((input) => rowOf(input) === row);
+      const own = figures.filter((f) => f.subject === subject && members.includes(f.input));
+      const other = figures.filter((f) => f.subject === anchor && members.includes(f.input));
+      const exponents = members.map((input) => exponentOf(own.filter((f) => f.input === input)));
+      const times = [own, other].map((list) =>
+        sizes.map((points) => {
+          const ns = list.filter((f) => f.points === points).map((f) => f.ns);
+          return rangeOf(ns, 1);
+        }),
+      );
+      const growth = rangeOf(exponents.filter(Number.isFinite), 2);
       const anchorName = anchor.slice(anchor.indexOf(':') + 1);
-      rows.push([subject, input, ...times, text(exponent, 2), anchorName, ...anchors]);
+      rows.push([subject, row, ...times[0], growth, anchorName, ...times[1]]);
     }
   }
   const sizeHeads = sizes.map((points) => points.toExponential(0).replace('+', ''));
@@ -141,7 +160,9 @@ run(
 );
 
 console.log(`ns a point on ${cpus()[0]?.model}, one thread${quick ? '' : ', medians of five'}\n`);
-console.log(tableOf(figuresOf(resultsFile)));
+const figures = figuresOf(resultsFile);
+console.log(tableOf(figures, (input) => input.replace(/^\w+/, (shape) => kinds[shape] ?? shape)));
+console.log(`\nThe same, shape by shape:\n\n${tableOf(figures, (input) => input)}`);
 if (regex === undefined) {
   run('node', ['scripts/build.mjs'], 'The module is needed to time whole calls.');
   spawnSync('node', ['bench/whole_call.mjs'], { cwd: root, stdio: 'inherit' });
