@@ -1,6 +1,9 @@
 #include "grouping/box_bubble.hpp"
 
 #include <cstddef>
+#include <utility>
+
+#include "indexing/box.hpp"
 
 Box_bubble::Box_bubble(std::vector<double> x, std::vector<double> y, double box_size)
     : x_points(std::move(x)), y_points(std::move(y)), box_size(box_size) {

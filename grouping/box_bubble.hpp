@@ -1,6 +1,5 @@
 #pragma once
 
-#include <utility>
 #include <vector>
 
 // Splits a point set by one square box around its first point, the seed: the group is the seed and
@@ -11,7 +10,8 @@
 // differently.
 // Order: the seed, then the inside points in input order; the remainder in input order.
 // NaN: a point with a NaN coordinate is outside; a NaN seed leaves every other point outside, and
-// so does a negative box_size. No points give an empty group and an empty remainder.
+// so does a negative box_size, unless it is lost in rounding beside the coordinates. No points give
+// an empty group and an empty remainder.
 // Cost: one pass.
 class Box_bubble {
  public:
@@ -28,21 +28,3 @@ class Box_bubble {
   std::vector<double> x_remain, y_remain;  // parallel
   double box_size;
 };
-
-namespace chart_trace {
-
-// A closed box around a centre, as Box_bubble and the flood fill test it.
-struct Box {
-  double left, right, low, high;
-
-  static Box around(double x, double y, double side) {
-    const double half = side * 0.5;
-    return {x - half, x + half, y - half, y + half};
-  }
-
-  bool contains(double x, double y) const {
-    return x >= left && right >= x && y >= low && high >= y;
-  }
-};
-
-}  // namespace chart_trace

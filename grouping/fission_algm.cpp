@@ -5,34 +5,42 @@
 
 #include <cstddef>
 
-#include "grouping/box_bubble.hpp"
+#include "indexing/box.hpp"
+#include "indexing/free_points.hpp"
+#include "primitives/to_int32.hpp"
 
 Fission_algm::Fission_algm(std::vector<double> x, std::vector<double> y, double pixel_step)
     : x_points(std::move(x)), y_points(std::move(y)), pixel_step(pixel_step) {
-  const double side = this->pixel_step * 3.0;
-  while (!x_points.empty()) {
-    Box_bubble around_seed(std::move(x_points), std::move(y_points), side);
-    std::vector<double> x_group = around_seed.x_group_func();
-    std::vector<double> y_group = around_seed.y_group_func();
-    x_points = around_seed.x_remain_func();
-    y_points = around_seed.y_remain_func();
-    for (std::size_t next = 1; next < x_group.size() && !x_points.empty(); ++next) {
-      const auto box = chart_trace::Box::around(x_group[next], y_group[next], side);
-      std::size_t left = 0;
-      for (std::size_t i = 0; i < x_points.size(); ++i) {
-        if (box.contains(x_points[i], y_points[i])) {
-          x_group.push_back(x_points[i]);
-          y_group.push_back(y_points[i]);
-        } else {
-          x_points[left] = x_points[i];
-          y_points[left] = y_points[i];
-          ++left;
-        }
-      }
-      x_points.resize(left);
-      y_points.resize(left);
+  if (chart_trace::count_of(x_points) < 1) return;
+  flood_points();
+  x_points = {};
+  y_points = {};
+}
+
+void Fission_algm::flood_points() {
+  const double side = pixel_step * 3.0;
+  chart_trace::Free_points free(x_points, y_points, side * 0.5);
+  for (std::size_t seed = 0; seed < x_points.size(); ++seed) {
+    const std::size_t first = free.taken_count();
+    if (!free.take(seed)) continue;
+    for (std::size_t next = first; next < free.taken_count(); ++next) {
+      const chart_trace::Indexed_point& point = free.taken()[next];
+      free.take(chart_trace::Box::around(point.x, point.y, side));
     }
-    x_groups.emplace_back(std::move(x_group));
-    y_groups.emplace_back(std::move(y_group));
+    add_group(free.taken() + first, free.taken() + free.taken_count());
   }
+}
+
+void Fission_algm::add_group(const chart_trace::Indexed_point* begin,
+                             const chart_trace::Indexed_point* end) {
+  std::vector<double> x_group;
+  std::vector<double> y_group;
+  x_group.reserve(static_cast<std::size_t>(end - begin));
+  y_group.reserve(static_cast<std::size_t>(end - begin));
+  for (const chart_trace::Indexed_point* point = begin; point != end; ++point) {
+    x_group.push_back(point->x);
+    y_group.push_back(point->y);
+  }
+  x_groups.emplace_back(std::move(x_group));
+  y_groups.emplace_back(std::move(y_group));
 }

@@ -5,14 +5,20 @@
 
 #include "primitives/group_of_arrays.hpp"
 
+namespace chart_trace {
+struct Indexed_point;
+}
+
 // Divides a point set into groups of touching pixels. A point touches another when it lies in the
 // closed square box of side 3 pixel steps around it, so with a pixel step of 1 the groups of whole
 // pixels are the connected components under 8-connectivity.
 // Shape: x and y groups are parallel; every input point is in exactly one group, none is empty.
 // Order (the extractors rely on it): groups by their first point in input order; inside a group
 // that seed, then breadth first: the points that each point of the group takes, in input order.
-// NaN: a point with a NaN coordinate touches nothing and is a group of its own. With a pixel step
-// that is negative or NaN every point is a group of its own. No points give no groups.
+// NaN: a point with a NaN coordinate touches nothing and is a group of its own; so is every point
+// with a pixel step that is NaN or negative. (A negative step that is lost in rounding beside huge
+// coordinates counts as zero: equal points touch.) No points give no groups.
+// Cost: near linear, whatever the spread of the points.
 class Fission_algm {
  public:
   Fission_algm(std::vector<double> x, std::vector<double> y, double pixel_step);
@@ -23,6 +29,9 @@ class Fission_algm {
   std::vector<Group_of_arrays> y_groups_func() && { return std::move(y_groups); }
 
  private:
+  void flood_points();
+  void add_group(const chart_trace::Indexed_point* begin, const chart_trace::Indexed_point* end);
+
   std::vector<double> x_points, y_points;           // not yet grouped; empty once built
   std::vector<Group_of_arrays> x_groups, y_groups;  // parallel, in the order of their seeds
   double pixel_step;

@@ -298,7 +298,7 @@ export const bugs = {
     },
   ],
 
-  'grouping/box_bubble.hpp': [
+  'indexing/box.hpp': [
     {
       name: 'the left edge is outside',
       find: 'x >= left',
@@ -401,24 +401,59 @@ export const bugs = {
   'grouping/fission_algm.cpp': [
     {
       name: 'a box of two and a half steps',
-      find: 'this->pixel_step * 3.0',
-      replace: 'this->pixel_step * 2.5',
-    },
-    {
-      name: 'a group grows around its newest point',
-      find: 'x_group[next], y_group[next]',
-      replace: 'x_group.back(), y_group.back()',
-    },
-    {
-      name: 'a group grows depth first',
-      find: 'if (box.contains(x_points[i], y_points[i])) {\n          x_group.push_back(x_points[i]);\n          y_group.push_back(y_points[i]);',
-      replace:
-        'if (box.contains(x_points[i], y_points[i])) {\n          x_group.insert(x_group.begin() + static_cast<std::ptrdiff_t>(next) + 1, x_points[i]);\n          y_group.insert(y_group.begin() + static_cast<std::ptrdiff_t>(next) + 1, y_points[i]);',
+      find: 'pixel_step * 3.0',
+      replace: 'pixel_step * 2.5',
     },
     {
       name: 'a group ends at the neighbours of its seed',
-      find: 'next < x_group.size()',
-      replace: 'next < 1',
+      find: 'next < free.taken_count(); ++next',
+      replace: 'next < first + 1; ++next',
+    },
+  ],
+
+  'indexing/free_points.cpp': [
+    {
+      name: 'points of a box come cell by cell',
+      find: 'return a.index < b.index;',
+      replace: 'return false;',
+    },
+    {
+      name: 'the cells on the right of a box are left out',
+      find: 'column <= last_column',
+      replace: 'column < last_column',
+    },
+    {
+      name: 'cells left of zero are rounded towards it',
+      find: 'return whole - (cells < static_cast<double>(whole) ? 1 : 0);',
+      replace: 'return whole;',
+    },
+    {
+      name: 'a seed is taken twice',
+      find: 'if (is_taken_[point->index] != 0) continue;',
+      replace: '',
+    },
+    {
+      name: 'the right edge of a box is outside',
+      find: 'box.right >= point.x',
+      replace: 'box.right > point.x',
+    },
+  ],
+
+  'indexing/crowd.cpp': [
+    {
+      name: 'a crowd that only touches a box is passed over',
+      find: 'a.left <= b.right',
+      replace: 'a.left < b.right',
+    },
+    {
+      name: 'a crowd half in a box is taken whole',
+      find: ' && outer.contains(inner.right, inner.high)',
+      replace: '',
+    },
+    {
+      name: 'points taken from a leaf stay in it',
+      find: '    here.end = left;\n',
+      replace: '',
     },
   ],
 

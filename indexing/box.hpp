@@ -1,0 +1,21 @@
+#pragma once
+
+namespace chart_trace {
+
+// A closed box around a centre: the seed's box of Box_bubble and the reach of a pixel in the flood
+// fill. Its bounds are rounded once each; points are compared with these bounds and never by their
+// distance from the centre, which rounds differently. With a NaN bound it contains nothing.
+struct Box {
+  double left, right, low, high;
+
+  static Box around(double x, double y, double side) {
+    const double half = side * 0.5;
+    return {x - half, x + half, y - half, y + half};
+  }
+
+  bool contains(double x, double y) const {
+    return x >= left && right >= x && y >= low && high >= y;
+  }
+};
+
+}  // namespace chart_trace
