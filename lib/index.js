@@ -8,4 +8,5 @@ export { trace } from './native.js';
 export { contrastingColour, overlaySvg } from './overlay.js';
 export { decodePicture, encodePng, writePng } from './pictures.js';
 export { selectPixels } from './pixels.js';
-export { tracePixels } from './series.js';
+export { traceChart } from './series.js';
+export { tracePixels } from './tracing.js';

@@ -1,15 +1,26 @@
 // The thirteen modes as data, and how to split what each of them returns.
 
+import { ChartTraceError } from './errors.js';
+
+/**
+ * What a chart shows: markers, a line, both in one colour, bars that stand, bars that lie, bars
+ * without gaps, or a line of treads and risers.
+ * @typedef {'scatter' | 'curve' | 'points+curve' | 'bars' | 'hbars' | 'histogram' | 'steps'} Kind
+ */
+
+/**
+ * How pixels that belong together are found: by touching on any side or corner, by runs along rows,
+ * in columns one pixel step wide, or by distance alone.
+ * @typedef {'fission' | 'horizontal' | 'compartments' | 'clusters'} Grouping
+ */
+
 /**
  * @typedef {object} Mode
  * @property {string} mode The string that `trace` matches, to the letter.
- * @property {'scatter' | 'curve' | 'points_curve' | 'bars_vertical' | 'bars_horizontal' | 'histogram'
- *   | 'steps'} chart What the picture shows.
- * @property {'fission' | 'horizontal' | 'compartments' | 'clusters'} grouping How pixels that belong
- *   together are found: by touching on any side, by runs along rows, in columns one step wide, or by
- *   distance alone.
+ * @property {Kind} kind What the picture shows.
+ * @property {Grouping} grouping
  * @property {boolean} usesPixelStep Whether the pixel step matters.
- * @property {boolean} usesClusterFraction Whether the cluster fraction matters.
+ * @property {boolean} usesClusterFraction Whether the cluster fraction matters to the result.
  * @property {string} returns What the result's points are.
  * @property {'halves' | 'steps'} split How the flat result divides into x and y: into halves, or as
  *   `splitResult` says for step lines.
@@ -17,20 +28,20 @@
 
 /**
  * @param {string} mode
- * @param {Mode['chart']} chart
- * @param {Mode['grouping']} grouping
+ * @param {Kind} kind
+ * @param {Grouping} grouping
  * @param {string} returns
  * @returns {Readonly<Mode>}
  */
-function describe(mode, chart, grouping, returns) {
+function describe(mode, kind, grouping, returns) {
   return Object.freeze({
     mode,
-    chart,
+    kind,
     grouping,
     usesPixelStep: grouping !== 'clusters',
-    usesClusterFraction: ['scatter', 'curve', 'points_curve'].includes(chart),
+    usesClusterFraction: grouping === 'clusters' || kind === 'curve' || kind === 'points+curve',
     returns,
-    split: chart === 'steps' ? 'steps' : 'halves',
+    split: kind === 'steps' ? 'steps' : 'halves',
   });
 }
 
@@ -46,16 +57,16 @@ const vertices = 'the vertices of the step line, from left to right';
 /** The modes, in the order in which `trace` looks them up. */
 export const MODES = Object.freeze([
   describe('point_density', 'scatter', 'clusters', centroids),
-  describe('points_curves-fission', 'points_curve', 'fission', centresAndChain),
-  describe('points_curves-horizontal', 'points_curve', 'horizontal', centresAndChain),
+  describe('points_curves-fission', 'points+curve', 'fission', centresAndChain),
+  describe('points_curves-horizontal', 'points+curve', 'horizontal', centresAndChain),
   describe('points-horizontal', 'scatter', 'horizontal', centres),
   describe('points-fission', 'scatter', 'fission', centres),
   describe('curves-horizontal', 'curve', 'horizontal', chain),
   describe('curves-fission', 'curve', 'fission', chain),
-  describe('bar_horizontal-fission', 'bars_horizontal', 'fission', ends),
-  describe('bar_vertical-fission', 'bars_vertical', 'fission', tops),
-  describe('bar_horizontal-horizontal', 'bars_horizontal', 'horizontal', ends),
-  describe('bar_vertical-horizontal', 'bars_vertical', 'horizontal', tops),
+  describe('bar_horizontal-fission', 'hbars', 'fission', ends),
+  describe('bar_vertical-fission', 'bars', 'fission', tops),
+  describe('bar_horizontal-horizontal', 'hbars', 'horizontal', ends),
+  describe('bar_vertical-horizontal', 'bars', 'horizontal', tops),
   describe('histogram', 'histogram', 'compartments', bins),
   describe('step_size_graph', 'steps', 'compartments', vertices),
 ]);
@@ -68,8 +79,21 @@ export const MODES = Object.freeze([
 export function findMode(name) {
   const found = MODES.find(({ mode }) => mode === name);
   if (found) return found;
-  const names = MODES.map(({ mode }) => mode).join(', ');
-  throw new RangeError(`Expected one of the modes ${names}, but received '${name}'.`);
+  const expected = `one of the modes ${MODES.map(({ mode }) => mode).join(', ')}`;
+  const message = `Expected ${expected}, but received '${name}'.`;
+  throw new ChartTraceError(message, { code: 'ERR_ARGUMENT', expected, received: name });
+}
+
+/**
+ * The mode for a kind of chart.
+ * @param {Kind} kind
+ * @param {Grouping} [grouping] `'fission'` by default, wherever there is a choice.
+ * @returns {Readonly<Mode> | undefined} Undefined where the kind has no such grouping.
+ */
+export function modeOf(kind, grouping) {
+  const ofKind = MODES.filter((mode) => mode.kind === kind);
+  const usual = ofKind.length === 1 ? ofKind[0].grouping : 'fission';
+  return ofKind.find((mode) => mode.grouping === (grouping ?? usual));
 }
 
 /**

@@ -1,28 +1,246 @@
-// From the pixels of a series to its points.
-import { trace } from './native.js';
-import { splitResult } from './modes.js';
+// From a picture, or the pixels of a series, to the points of the series in pixels and in values.
+
+import { formatColour, parseColour } from './colours.js';
+import { ChartTraceError, LimitError } from './errors.js';
+import { traceKind } from './kinds.js';
+import { MODES } from './modes.js';
+import { planOf } from './options.js';
+import { selectPixels } from './pixels.js';
+import { MAX_PIXELS, refuse, tracePixels } from './tracing.js';
+
+/** @typedef {import('./axes.js').AxisValue} AxisValue */
+/** @typedef {import('./axes.js').Pair} Pair */
+/** @typedef {import('./colours.js').Rgb} Rgb */
+/** @typedef {import('./options.js').Plan} Plan */
+/** @typedef {import('./options.js').TraceOptions} TraceOptions */
+/** @typedef {import('./pixels.js').Box} Box */
+/** @typedef {import('./pixels.js').Picture} Picture */
+/** @typedef {import('./tracing.js').PointLists} PointLists */
+
+/** @typedef {[x: AxisValue, y: AxisValue]} ValuePair */
 
 /**
- * Traces a set of pixels and splits the result.
- * @param {import('./pixels.js').Points} pixels In raster order.
- * @param {string} mode One of the thirteen modes.
- * @param {{pixelStep?: number, clusterFraction?: number}} [options] `pixelStep`: the distance of
- *   neighbouring pixels. `clusterFraction`: 0.05 keeps every point of a curve, 0.051 every 2nd,
- *   0.052 every 4th, 0.053 every 8th, 0.055 every 16th.
- * @returns {{x: number[], y: number[]}} In pixels. The two lists of a step line may differ in
- *   length by one.
+ * Which pixels of a picture are those of the series.
+ * @typedef {object} SelectionOptions
+ * @property {string | Rgb} [colour] In any notation of CSS, or its channels.
+ * @property {number} [tolerance] The largest difference in a channel, 0 by default.
+ * @property {Box} [box] Where to look, the whole picture by default.
  */
-export function tracePixels({ x, y }, mode, { pixelStep = 1, clusterFraction = 0.05 } = {}) {
-  /** @type {import('./modes.js').LookAgain} */
-  const look = ({ scale, shift }) =>
-    trace(
-      x.map((value) => value * scale + shift),
-      y,
-      x.length,
-      pixelStep * scale,
-      mode,
-      clusterFraction,
-    );
-  const flat = trace(x, y, x.length, pixelStep, mode, clusterFraction);
-  return splitResult(mode, flat, look);
+
+/**
+ * What a trace found. A chart's points are given in pixels, the centre of the top left pixel being
+ * (0, 0) and y growing downwards, and in the values of the axes. Both lists are of one length and
+ * hold no NaN; a value is null where an axis is missing or has none there, and a note says so.
+ * @typedef {object} Series
+ * @property {string | null} color The series' colour, null where points were traced.
+ * @property {import('./modes.js').Kind} kind
+ * @property {string} mode The mode that was run.
+ * @property {Pair[]} pixels
+ * @property {ValuePair[] | null} values Null without axes.
+ * @property {string[]} notes What to know about the result, in words; if nothing was found, what was
+ *   tried.
+ * @property {number} selected How many pixels were traced.
+ * @property {number} [markers] Of `'points+curve'`: how many of the points, the first ones, are
+ *   markers; the others are the curve.
+ * @property {Bar[]} [bars] Where their other ends were asked for: in the order of `pixels`.
+ * @property {Bin[]} [bins] The bars of a histogram, in the order of `pixels`.
+ */
+
+/**
+ * @typedef {object} Bar
+ * @property {{end: Pair, otherEnd: Pair | null}} pixels
+ * @property {{end: ValuePair, otherEnd: ValuePair | null} | null} values
+ */
+
+/**
+ * @typedef {object} Bin
+ * @property {{left: number, right: number, top: number}} pixels
+ * @property {{left: AxisValue, right: AxisValue, top: AxisValue} | null} values
+ */
+
+/**
+ * Traces one series of a chart.
+ * @param {Picture | PointLists} source A picture, or the pixels of the series in raster order.
+ * @param {TraceOptions & SelectionOptions} options
+ * @returns {Series}
+ */
+export function traceChart(source, options) {
+  checkNames(options);
+  const plan = planOf(options);
+  const selection = select(source, options);
+  const { points, color } = selection;
+  const found = points.x.length === 0 ? { pixels: [], notes: [] } : traceKind(points, plan);
+  const nothing = found.pixels.length === 0 ? [whatWasTried(selection, plan)] : [];
+  return {
+    color,
+    kind: plan.mode.kind,
+    mode: plan.mode.mode,
+    selected: points.x.length,
+    ...inValues(found, plan, nothing),
+  };
+}
+
+const SELECTION = ['colour', 'tolerance', 'box'];
+const TRACING = [
+  'kind',
+  'mode',
+  'grouping',
+  'stride',
+  'clusterFraction',
+  'pixelStep',
+  'direction',
+  'otherEnds',
+  'ends',
+  'axes',
+];
+
+/** @param {TraceOptions & SelectionOptions} options */
+function checkNames(options) {
+  if (options === null || typeof options !== 'object')
+    refuse('the options', 'an object', options, 'Say at least what kind of chart it is.');
+  const known = [...SELECTION, ...TRACING];
+  const unknown = Object.keys(options).find((name) => !known.includes(name));
+  if (unknown !== undefined) refuse('every option', `one of ${known.join(', ')}`, unknown);
+}
+
+/**
+ * @typedef {object} Selection
+ * @property {PointLists} points
+ * @property {string | null} color
+ * @property {string} how How the pixels were selected, in words.
+ */
+
+/**
+ * The pixels to trace.
+ * @param {Picture | PointLists} source
+ * @param {SelectionOptions} options
+ * @returns {Selection}
+ */
+function select(source, options) {
+  if (source === null || typeof source !== 'object')
+    refuse('the source', 'a picture, or points', source);
+  if (!('data' in source)) {
+    const given = SELECTION.find((name) => name in options);
+    if (given !== undefined)
+      refuse(given, 'left out where points are traced', Reflect.get(options, given));
+    checkFinite(source);
+    return { points: source, color: null, how: 'given' };
+  }
+  checkPicture(source);
+  const { colour, tolerance = 0, box } = options;
+  if (colour === undefined) refuse('colour', 'the colour of the series', colour);
+  const rgb = typeof colour === 'string' ? parseColour(colour) : colour;
+  const points = selectPixels(source, rgb, { tolerance, box });
+  const color = formatColour(rgb);
+  const where = box ? 'the box' : 'the picture';
+  return { points, color, how: `of ${color} within tolerance ${tolerance} in ${where}` };
+}
+
+/** @param {Picture} picture */
+function checkPicture({ width, height, data }) {
+  const isSize = (/** @type {unknown} */ size) => Number.isInteger(size) && Number(size) > 0;
+  if (isSize(width) && isSize(height) && width * height > MAX_PIXELS)
+    throw new LimitError(`A picture of ${width} x ${height} pixels is too large.`, {
+      expected: `at most ${MAX_PIXELS} pixels`,
+      received: width * height,
+      hint: 'Scale the picture down, or cut the chart out of it.',
+    });
+  if (isSize(width) && isSize(height) && data?.length === 4 * width * height) return;
+  const expected = 'a width, a height and four bytes for each pixel';
+  const received = `${width} x ${height} pixels and ${data?.length} bytes`;
+  const message = `Expected a picture of ${expected}, but received ${received}.`;
+  throw new ChartTraceError(message, { code: 'ERR_PICTURE', expected, received });
+}
+
+/** @param {PointLists} points */
+function checkFinite({ x, y }) {
+  for (const [name, list] of /** @type {const} */ ([
+    ['x', x],
+    ['y', y],
+  ]))
+    for (let i = 0; i < list?.length; ++i)
+      if (!Number.isFinite(list[i]))
+        refuse(`${name}[${i}] of the points`, 'a finite number', list[i]);
+}
+
+/** @type {Record<import('./modes.js').Kind, string>} */
+const MISSING = {
+  scatter: 'none of them is filled and compact enough to be a marker; lines are kind curve',
+  curve: 'none of them is drawn out enough to be a line; filled markers are kind scatter',
+  'points+curve': 'none of them is a marker or a line',
+  bars: 'none of them is a bar',
+  hbars: 'none of them is a bar',
+  histogram: 'they have no top',
+  steps: 'they have no level stretch beside an upright one',
+};
+
+/**
+ * @param {Selection} selection
+ * @param {Plan} plan
+ */
+function whatWasTried({ points, how }, { mode, numbers }) {
+  const count = points.x.length;
+  const tried = `nothing found: ${count} pixels ${how}`;
+  if (count === 0) return `${tried}; look at the colour, the tolerance and the box`;
+  // As bars, every group is an element.
+  const ofGroups = MODES.find((m) => m.kind === 'bars' && m.grouping === mode.grouping);
+  const groups = ofGroups && tracePixels(points, ofGroups.mode, numbers).x.length;
+  const inGroups = groups ? ` in ${groups} groups (${mode.grouping})` : '';
+  return `${tried}${inGroups}, mode ${mode.mode}: ${MISSING[mode.kind]}`;
+}
+
+/**
+ * Adds the values to what was found.
+ * @param {import('./kinds.js').Found} found
+ * @param {Plan} plan
+ * @param {string[]} nothing
+ */
+function inValues({ pixels, notes, markers, bars, bins }, { mode, axes }, nothing) {
+  const values = axes && pixels.map((pixel) => axes.toValue(pixel));
+  /** @type {(pixel: Pair | null) => any} */
+  const valueOf = (pixel) => axes && pixel && axes.toValue(pixel);
+  return {
+    pixels,
+    values,
+    notes: [...nothing, ...notes, ...(values && axes ? valueNotes(values, axes, mode.kind) : [])],
+    ...(markers !== undefined && { markers }),
+    ...(bars && {
+      bars: bars.map(({ end, otherEnd }) => ({
+        pixels: { end, otherEnd },
+        values: axes && { end: valueOf(end), otherEnd: valueOf(otherEnd) },
+      })),
+    }),
+    ...(bins && {
+      bins: bins.map(({ left, right, top }) => ({
+        pixels: { left, right, top },
+        values: axes && {
+          left: valueOf([left, top])[0],
+          right: valueOf([right, top])[0],
+          top: valueOf([(left + right) / 2, top])[1],
+        },
+      })),
+    }),
+  };
+}
+
+/**
+ * @param {ValuePair[]} values
+ * @param {import('./axes.js').Axes} axes
+ * @param {import('./modes.js').Kind} kind
+ */
+function valueNotes(values, axes, kind) {
+  const notes = [];
+  for (const { reference, distance } of axes.residuals)
+    if (distance > 1) notes.push(`${reference} lies ${distance.toFixed(1)} px off the axes`);
+  for (const [k, name] of ['x', 'y'].entries()) {
+    const without = values.filter((pair) => pair[k] === null).length;
+    if (without > 0) notes.push(`${without} of ${values.length} points have no value of ${name}`);
+  }
+  if (kind === 'bars' || kind === 'hbars') {
+    const names = values.map((pair) => pair[kind === 'bars' ? 0 : 1]);
+    const twice = names.find((name, i) => typeof name === 'string' && names.indexOf(name) !== i);
+    if (twice !== undefined)
+      notes.push(`more than one bar falls on ${twice}: are all categories named?`);
+  }
+  return notes;
 }

@@ -22,7 +22,7 @@ const { parseColour } = await import('../lib/colours.js');
 const { contrastingColour, overlaySvg } = await import('../lib/overlay.js');
 const { decodePicture, writePng } = await import('../lib/pictures.js');
 const { selectPixels } = await import('../lib/pixels.js');
-const { tracePixels } = await import('../lib/series.js');
+const { tracePixels } = await import('../lib/tracing.js');
 
 const folder = join(root, 'examples', 'charts');
 const chart = JSON.parse(readFileSync(join(folder, `${CHART}.json`), 'utf8'));

@@ -3,7 +3,7 @@ import { readdirSync, readFileSync } from 'node:fs';
 import { parseColour } from '../../lib/colours.js';
 import { decodePicture } from '../../lib/pictures.js';
 import { selectPixels } from '../../lib/pixels.js';
-import { tracePixels } from '../../lib/series.js';
+import { tracePixels } from '../../lib/tracing.js';
 
 const folder = new URL('../../examples/charts/', import.meta.url);
 

@@ -2,7 +2,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { findMode, MODES, splitResult } from '../../lib/modes.js';
 import { trace } from '../../lib/native.js';
-import { tracePixels } from '../../lib/series.js';
+import { tracePixels } from '../../lib/tracing.js';
 import { randomNumbers } from './support/random.js';
 
 test('the table lists thirteen different modes', () => {
