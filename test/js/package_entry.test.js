@@ -1,7 +1,7 @@
 // The package's entry, as ES modules and CommonJS see it, and what it says when it cannot load.
 
 import assert from 'node:assert/strict';
-import { cp, mkdir, mkdtemp, realpath, rm, writeFile } from 'node:fs/promises';
+import { cp, mkdir, mkdtemp, realpath, rm, symlink, writeFile } from 'node:fs/promises';
 import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
@@ -28,6 +28,7 @@ describe('a package whose module was not built', () => {
     folder = await realpath(await mkdtemp(join(tmpdir(), 'chart-trace-')));
     for (const part of ['lib', 'package.json'])
       await cp(join(root, part), join(folder, part), { recursive: true });
+    await symlink(join(root, 'node_modules'), join(folder, 'node_modules'), 'junction');
   });
   after(() => rm(folder, { recursive: true }));
 
