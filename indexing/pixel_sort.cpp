@@ -13,9 +13,9 @@ namespace {
 constexpr std::uint16_t largest = std::numeric_limits<std::uint16_t>::max();
 
 // Turns sizes into the places where the parts of these sizes begin, one behind the other.
-void turn_into_places(std::vector<std::size_t>& sizes) {
-  std::size_t place = 0;
-  for (std::size_t& size : sizes) place += std::exchange(size, place);
+void turn_into_places(std::vector<std::uint32_t>& sizes) {
+  std::uint32_t place = 0;
+  for (std::uint32_t& size : sizes) place += std::exchange(size, place);
 }
 
 std::uint64_t bits_of(double value) {
@@ -36,8 +36,8 @@ bool is_small_number(double value, std::uint16_t& number) {
 // How the points of one picture lie in columns of pixels.
 struct Columns {
   std::vector<std::uint16_t> of_point;
-  std::vector<std::size_t> sizes;  // by column
-  std::size_t first = 0;           // the leftmost and the rightmost that hold a point
+  std::vector<std::uint32_t> sizes;  // by column
+  std::size_t first = 0;             // the leftmost and the rightmost that hold a point
   std::size_t last = 0;
 };
 
@@ -72,17 +72,20 @@ bool come_column_by_column(const std::vector<double>& x) {
 
 std::optional<Sorted_pixels> pixels_by_compartment(const std::vector<double>& x,
                                                    const std::vector<double>& y, double width) {
-  if (x.empty() || come_column_by_column(x)) return std::nullopt;
+  // Places are kept in 32 bits, so that the tables of a wide picture stay in the nearest cache.
+  const bool fit = x.size() <= std::numeric_limits<std::uint32_t>::max();
+  if (x.empty() || !fit || come_column_by_column(x)) return std::nullopt;
   const std::optional<Columns> columns = columns_of(x);
   if (!columns) return std::nullopt;
   const auto last = static_cast<double>(columns->last);
   const Compartment_borders borders(static_cast<double>(columns->first), last, width, false);
   if (borders.compartment_at(last) == borders.count()) return std::nullopt;
 
-  std::vector<std::size_t> compartments(columns->sizes.size());  // by column
-  std::vector<std::size_t> places(borders.count());
+  std::vector<std::uint32_t> compartments(columns->sizes.size());  // by column
+  std::vector<std::uint32_t> places(borders.count());
   for (std::size_t column = columns->first; column <= columns->last; ++column) {
-    compartments[column] = borders.compartment_at(static_cast<double>(column));
+    compartments[column] =
+        static_cast<std::uint32_t>(borders.compartment_at(static_cast<double>(column)));
     places[compartments[column]] += columns->sizes[column];
   }
   turn_into_places(places);

@@ -21,7 +21,7 @@ struct Sorted_pixels {
     std::uint16_t y;
   };
   std::vector<Pixel> pixels;
-  std::vector<std::size_t> ends;
+  std::vector<std::uint32_t> ends;
 };
 
 // Nothing if any point is no pixel or in no compartment, if points are few for the columns they lie
