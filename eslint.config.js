@@ -3,10 +3,16 @@ import globals from 'globals';
 
 // What lib/ may know of Node: decoding, loading the module and the entry. Everything else there is
 // plain computation on plain data that a browser could run unchanged.
-const nodeModulesOfLib = ['lib/index.js', 'lib/native.js', 'lib/native.cjs', 'lib/pictures.js'];
+const nodeModulesOfLib = [
+  'lib/index.js',
+  'lib/index.cjs',
+  'lib/native.js',
+  'lib/native.cjs',
+  'lib/pictures.js',
+];
 
 export default [
-  { ignores: ['build/', 'out/', 'examples/charts/'] },
+  { ignores: ['build/', 'types/', 'out/', 'examples/charts/'] },
   js.configs.recommended,
   {
     languageOptions: { globals: globals.node },

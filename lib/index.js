@@ -1,5 +1,19 @@
 // What the package offers: the native function as it is, and the way from a picture to its values.
 
+/** @typedef {import('./axes.js').Axes} Axes */
+/** @typedef {import('./axes.js').AxesDescription} AxesDescription */
+/** @typedef {import('./axes.js').Axis} Axis */
+/** @typedef {import('./axes.js').AxisDescription} AxisDescription */
+/** @typedef {import('./modes.js').Grouping} Grouping */
+/** @typedef {import('./modes.js').Kind} Kind */
+/** @typedef {import('./modes.js').Mode} Mode */
+/** @typedef {import('./options.js').TraceOptions} TraceOptions */
+/** @typedef {import('./pixels.js').Box} Box */
+/** @typedef {import('./pixels.js').Picture} Picture */
+/** @typedef {import('./pixels.js').Points} Points */
+/** @typedef {import('./series.js').SelectionOptions} SelectionOptions */
+/** @typedef {import('./series.js').Series} Series */
+
 export { makeAxes, makeAxis, parseReferences } from './axes.js';
 export { chroma, colourDistance, formatColour, parseColour } from './colours.js';
 export { ChartTraceError, LimitError } from './errors.js';

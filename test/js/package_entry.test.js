@@ -17,9 +17,18 @@ test('import gives trace', () => {
   assert.deepEqual(entry.trace(...call), result);
 });
 
-test('require gives the very same trace', () => {
+test('require gives the very same things by the same names', () => {
   const required = createRequire(import.meta.url)('chart-trace');
-  assert.equal(required.trace, entry.trace);
+  assert.deepEqual(Object.keys(required).sort(), Object.keys(entry).sort());
+  for (const name of Object.keys(entry)) assert.equal(required[name], entry[name], name);
+});
+
+test('require gives trace where Node.js cannot require ES modules', async () => {
+  const statement = `console.log(require('chart-trace').trace(${call.map((a) => JSON.stringify(a))}))`;
+  const { stdout } = await node(['--no-experimental-require-module', '-e', statement], {
+    cwd: root,
+  });
+  assert.equal(stdout.trim(), '[ 10, 20, 11, 21 ]');
 });
 
 describe('a package whose module was not built', () => {
