@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <stdexcept>
 #include <tuple>
 #include <utility>
 
@@ -150,6 +151,14 @@ void arrange(std::vector<Pixel>& pixels, Order order) {
   }
 }
 
+template <class Values>
+typename Values::value_type named(const Values& values, const std::string& name) {
+  for (const auto value : values) {
+    if (name_of(value) == name) return value;
+  }
+  throw std::invalid_argument("no pixel set is called " + name);
+}
+
 }  // namespace
 
 std::string name_of(Shape shape) {
@@ -179,6 +188,9 @@ std::string name_of(Order order) {
   }
   return "";
 }
+
+Shape shape_named(const std::string& name) { return named(all_shapes, name); }
+Order order_named(const std::string& name) { return named(all_orders, name); }
 
 Pixels pixels_of(Shape shape, Order order, std::size_t count) {
   std::vector<Pixel> painted = paint(shape, count);

@@ -37,6 +37,10 @@ constexpr std::array<Order, 3> all_orders = {Order::raster, Order::columns, Orde
 std::string name_of(Shape shape);
 std::string name_of(Order order);
 
+// The other way round. Throws std::invalid_argument when there is none of that name.
+Shape shape_named(const std::string& name);
+Order order_named(const std::string& name);
+
 // Exactly `count` different pixels. The picture grows with `count` as a larger chart would; the
 // thickness of lines and the size of markers stay.
 Pixels pixels_of(Shape shape, Order order, std::size_t count);

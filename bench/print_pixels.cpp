@@ -5,23 +5,11 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <string>
 #include <vector>
 
 #include "bench/pixel_sets.hpp"
 
 namespace {
-
-using namespace chart_trace_bench;
-
-template <class Values>
-typename Values::value_type named(const Values& values, const std::string& name) {
-  for (const auto value : values) {
-    if (name_of(value) == name) return value;
-  }
-  std::fprintf(stderr, "no such pixel set: %s\n", name.c_str());
-  std::exit(1);
-}
 
 void write(const std::vector<double>& values) {
   std::fwrite(values.data(), sizeof(double), values.size(), stdout);
@@ -34,8 +22,9 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: chart_trace_pixels SHAPE ORDER POINTS\n");
     return 1;
   }
-  const Pixels pixels = pixels_of(named(all_shapes, argv[1]), named(all_orders, argv[2]),
-                                  std::strtoull(argv[3], nullptr, 10));
+  using namespace chart_trace_bench;
+  const Pixels pixels =
+      pixels_of(shape_named(argv[1]), order_named(argv[2]), std::strtoull(argv[3], nullptr, 10));
   write(pixels.x);
   write(pixels.y);
   return 0;
