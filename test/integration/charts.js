@@ -115,7 +115,7 @@ function compare(series, traced) {
  * @param {Position[]} truth
  * @param {Position[]} traced
  */
-function nearestPairs(truth, traced) {
+export function nearestPairs(truth, traced) {
   const near = truth
     .flatMap((t, to) => traced.map((p, from) => ({ from, to, distance: apart(t, p) })))
     .filter(({ distance }) => distance <= REACH)
@@ -146,7 +146,7 @@ function distanceFromLine(point, line = []) {
  * @param {Position} end
  * @returns {Position}
  */
-function nearestOf([x, y], [x0, y0], [x1, y1]) {
+export function nearestOf([x, y], [x0, y0], [x1, y1]) {
   const [dx, dy] = [x1 - x0, y1 - y0];
   const length2 = dx * dx + dy * dy;
   const along = length2 === 0 ? 0 : ((x - x0) * dx + (y - y0) * dy) / length2;
@@ -158,8 +158,9 @@ function nearestOf([x, y], [x0, y0], [x1, y1]) {
  * @param {Position} a
  * @param {Position} b
  */
-const apart = ([ax, ay], [bx, by]) => Math.sqrt((ax - bx) * (ax - bx) + (ay - by) * (ay - by));
+export const apart = ([ax, ay], [bx, by]) =>
+  Math.sqrt((ax - bx) * (ax - bx) + (ay - by) * (ay - by));
 
 /** @param {number[]} values */
-const mean = (values) =>
+export const mean = (values) =>
   values.length === 0 ? 0 : values.reduce((sum, value) => sum + value, 0) / values.length;
