@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <exception>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -89,6 +90,8 @@ struct Typed_array {
 
 // Whether `value` is a typed array.
 bool is_typed_array(napi_env env, napi_value value, Typed_array& array) {
+  // Stays where a host has a kind that its Node-API has no name for: read one by one, as these are.
+  array.type = napi_bigint64_array;
   bool is_typed = false;
   if (napi_is_typedarray(env, value, &is_typed) != napi_ok || !is_typed) return false;
   void* data = nullptr;
@@ -107,7 +110,7 @@ std::vector<double> converted(const void* data, std::size_t count) {
 }
 
 // The first `count` numbers of a typed array; false, and nothing read, for a kind that holds no
-// numbers (big integers) or that is not known here.
+// numbers (big integers) or that is not read here (numbers of 16 bits with a fraction).
 bool convert(const Typed_array& array, std::size_t count, std::vector<double>& numbers) {
   switch (array.type) {
     case napi_float64_array:
@@ -154,7 +157,10 @@ bool read_typed_arrays(napi_env env, napi_value x_values, napi_value y_values, d
     return false;
   }
   const auto wanted = static_cast<std::size_t>(rounded_up);
-  return convert(x, wanted, points.x) && convert(y, wanted, points.y);
+  Points read;
+  if (!convert(x, wanted, read.x) || !convert(y, wanted, read.y)) return false;
+  points = std::move(read);
+  return true;
 }
 
 // Reads stretches of any two objects by a loop of JavaScript, which the host compiles to machine
@@ -194,8 +200,8 @@ class Stretch_reader {
 
   // Appends points `first` to `last` - 1, at most `capacity`. False, with the exception pending, at
   // the first read that throws or gives no number.
-  bool read(napi_env env, napi_value x_values, napi_value y_values, std::uint32_t first,
-            std::uint32_t last, Points& points) {
+  bool read(napi_env env, napi_value x_values, napi_value y_values, double first, double last,
+            Points& points) {
     const Napi::HandleScope scope(env);
     napi_value loop = nullptr;
     napi_value receiver = nullptr;
@@ -204,8 +210,8 @@ class Stretch_reader {
     double end = 0.0;
     if (!succeeded(env, napi_get_reference_value(env, loop_, &loop)) ||
         !succeeded(env, napi_get_undefined(env, &receiver)) ||
-        !succeeded(env, napi_create_uint32(env, first, &arguments[2])) ||
-        !succeeded(env, napi_create_uint32(env, last, &arguments[3])) ||
+        !succeeded(env, napi_create_double(env, first, &arguments[2])) ||
+        !succeeded(env, napi_create_double(env, last, &arguments[3])) ||
         !succeeded(env, napi_get_reference_value(env, x_memory_, &arguments[4])) ||
         !succeeded(env, napi_get_reference_value(env, y_memory_, &arguments[5]))) {
       return false;
@@ -216,14 +222,17 @@ class Stretch_reader {
     if (!succeeded(env, status) || !read_number(env, result, end)) return false;
     // It ended before an element that is no number: the undefined at hand raises that exception.
     if (end != last) return read_number(env, receiver, end);
-    points.x.insert(points.x.end(), x_, x_ + (last - first));
-    points.y.insert(points.y.end(), y_, y_ + (last - first));
+    const auto count = static_cast<std::ptrdiff_t>(last - first);
+    points.x.insert(points.x.end(), x_, x_ + count);
+    points.y.insert(points.y.end(), y_, y_ + count);
     return true;
   }
 
  private:
   bool make(napi_env env) {
+    // Strict, so that a getter does not find the loop as its caller.
     constexpr char source[] =
+        "'use strict';"
         "(x, y, first, last, xs, ys) => {"
         "  for (let i = first; i < last; ++i) {"
         "    const a = x[i];"
@@ -281,13 +290,14 @@ Stretch_reader* stretch_reader_for(napi_env env, napi_value x_values, napi_value
 }
 
 // Makes room for `count` numbers where an array is as long as that; a count alone may promise too
-// much.
+// much, and so may the length of an array of holes, hence the bound.
 void reserve_for(napi_env env, napi_value array, double count, std::vector<double>& numbers) {
   std::uint32_t length = 0;
   bool is_array = false;
   if (napi_is_array(env, array, &is_array) == napi_ok && is_array &&
       napi_get_array_length(env, array, &length) == napi_ok && count <= length) {
-    numbers.reserve(length);
+    constexpr std::uint32_t most = 1U << 24U;
+    numbers.reserve(std::min(length, most));
   }
 }
 
@@ -301,11 +311,10 @@ bool read_points(napi_env env, napi_value x_values, napi_value y_values, double 
     const double rounded_up = std::ceil(count);
     reserve_for(env, x_values, rounded_up, points.x);
     reserve_for(env, y_values, rounded_up, points.y);
-    for (std::uint32_t i = 0; i < rounded_up; i += Stretch_reader::capacity) {
-      const double last = std::min(rounded_up, static_cast<double>(i) + Stretch_reader::capacity);
-      if (!reader->read(env, x_values, y_values, i, static_cast<std::uint32_t>(last), points)) {
-        return false;
-      }
+    constexpr double capacity = Stretch_reader::capacity;
+    for (double first = 0.0; first < rounded_up; first += capacity) {
+      const double last = std::min(rounded_up, first + capacity);
+      if (!reader->read(env, x_values, y_values, first, last, points)) return false;
     }
     return true;
   }
@@ -313,8 +322,13 @@ bool read_points(napi_env env, napi_value x_values, napi_value y_values, double 
       env, count, [&](std::uint32_t i) { return read_point(env, x_values, y_values, i, points); });
 }
 
-// A JavaScript array of `numbers`, bit for bit: NaN and -0 arrive as they are.
+// A JavaScript array of `numbers`, bit for bit: NaN and -0 arrive as they are. The host would end
+// the process if it were asked for an array of some 2^27 elements, so one as long is refused.
 Napi::Value array_of(napi_env env, const std::vector<double>& numbers) {
+  constexpr std::size_t most_elements = 134'000'000;
+  if (numbers.size() > most_elements) {
+    throw std::length_error("the result is longer than an array can be");
+  }
   napi_value array = nullptr;
   if (!succeeded(env, napi_create_array_with_length(env, numbers.size(), &array))) return {};
   const bool written =

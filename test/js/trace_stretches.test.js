@@ -74,6 +74,20 @@ test('typed arrays of big integers are a TypeError', () => {
   assert.throws(() => call(Float64Array.of(1), BigUint64Array.of(1n)), NUMBER_EXPECTED);
 });
 
+test(
+  'typed arrays of 16-bit fractions are read like any array, beside another kind too',
+  { skip: typeof Float16Array === 'undefined' && 'this host has none' },
+  () => {
+    const [x, y] = [
+      [1.5, 300, 7],
+      [2.5, 1, 9],
+    ];
+    for (const X of [Array, Float64Array, Float16Array])
+      assert.deepEqual(call(X.from(x), Float16Array.from(y)), [...x, ...y]);
+    assert.deepEqual(call(Float16Array.from(x), Float64Array.from(y)), [...x, ...y]);
+  },
+);
+
 test('a detached typed array has no elements', () => {
   const x = Float64Array.of(1, 2);
   structuredClone(x.buffer, { transfer: [x.buffer] });
@@ -143,6 +157,12 @@ test('an array that is too short throws after its last element, however large th
   }
 });
 
+test('an array of holes, as long as an array can be, takes no memory before it throws', () => {
+  const holes = [];
+  holes.length = 2 ** 32 - 1;
+  assert.throws(() => call(holes, holes), NUMBER_EXPECTED);
+});
+
 test('null, undefined and primitives are what they are for short arrays', () => {
   const message = (x, count) => {
     try {
@@ -172,6 +192,15 @@ test('a getter may trace long arrays itself', () => {
   });
   assert.deepEqual(call(x, row()), [...long(), ...row()]);
   assert.deepEqual(inner.slice(1, 3), [-3, -6]);
+});
+
+test('a getter does not find out what calls it', () => {
+  const x = long();
+  // A function of a text is not strict, and may ask.
+  const get = Function('this.caller = arguments.callee.caller; return 15000;');
+  Object.defineProperty(x, 5000, { get });
+  call(x, row());
+  assert.equal(x.caller, null);
 });
 
 test('a getter may change what was not read yet, typed arrays included', () => {
