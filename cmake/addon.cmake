@@ -47,8 +47,9 @@ set_target_properties(cpp_code PROPERTIES
   LIBRARY_OUTPUT_DIRECTORY "${CHART_TRACE_ADDON_DIR}"
 )
 
-# Prints the record that the module registers; only its test builds it.
-if(UNIX AND NOT APPLE)
+# Prints the record that the module registers; only its test builds it, and a published package has
+# no tests.
+if(UNIX AND NOT APPLE AND EXISTS "${CMAKE_SOURCE_DIR}/test/record/capture_record.cpp")
   add_executable(capture_record EXCLUDE_FROM_ALL test/record/capture_record.cpp)
   target_link_libraries(capture_record PRIVATE
     chart_trace_flags chart_trace_warnings ${CMAKE_DL_LIBS})
