@@ -6,6 +6,7 @@ import { tracePixels } from '../../lib/tracing.js';
 import { withoutNeedless } from '../../lib/kinds.js';
 import { facing } from '../../lib/mirror.js';
 import { splitResult } from '../../lib/modes.js';
+import { randomNumbers } from './support/random.js';
 
 /** @typedef {import('../../lib/axes.js').Pair} Pair */
 
@@ -492,4 +493,52 @@ test('what would be too much is a RangeError, at once', () => {
   assert.equal(tracePixels({ x: [2 ** 60], y: [0] }, 'histogram').x.length, 1);
   const huge = { width: 20_000, height: 20_000, data: new Uint8Array(4) };
   assert.throws(() => traceChart(huge, { kind: 'bars', colour: 'red' }), limit);
+});
+
+test('whatever the points, positions are numbers, as many as values, and what is left out is noted', () => {
+  const random = randomNumbers(11);
+  const below = (/** @type {number} */ n) => Math.floor(random() * n);
+  const kinds = /** @type {const} */ ([
+    'scatter',
+    'curve',
+    'points+curve',
+    'bars',
+    'hbars',
+    'histogram',
+    'steps',
+  ]);
+  for (let i = 0; i < 3000; ++i) {
+    const [width, height] = [1 + below(12), 1 + below(8)];
+    const share = random();
+    const rows = Array.from({ length: height }, () =>
+      Array.from({ length: width }, () => (random() < share ? 'x' : '.')).join(''),
+    );
+    const { x, y } = drawn(...rows);
+    const step = [1, 0.25, 0.1][below(3)];
+    const [dx, dy] = [below(3) - 1, below(3) - 1].map((sign) => sign * below(12));
+    const points = { x: x.map((v) => (v + dx) * step), y: y.map((v) => (v + dy) * step) };
+    const kind = kinds[i % kinds.length];
+    const series = traceChart(points, {
+      kind,
+      axes,
+      pixelStep: step,
+      ...((kind === 'bars' || kind === 'hbars') && { otherEnds: true }),
+    });
+    const shown = JSON.stringify({ rows, kind, step, dx, dy, series });
+    assert.ok(series.pixels.flat().every(Number.isFinite), shown);
+    assert.ok(series.values?.flat().every(Number.isFinite), shown);
+    assert.equal(series.values?.length, series.pixels.length, shown);
+    assert.equal(/^nothing found/.test(series.notes[0] ?? ''), series.pixels.length === 0, shown);
+    if (series.bars) assert.equal(series.bars.length, series.pixels.length, shown);
+    if (series.bins)
+      assert.ok(
+        series.bins.every(({ pixels }) => pixels.left < pixels.right),
+        shown,
+      );
+    if (kind !== 'steps') continue;
+    for (const [k, [toX, toY]] of series.pixels.slice(1).entries()) {
+      const [fromX, fromY] = series.pixels[k];
+      assert.ok(fromX !== toX || fromY !== toY, shown);
+    }
+  }
 });
