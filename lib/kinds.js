@@ -146,13 +146,14 @@ function traceHistogram(points, { mode, numbers, direction, beyond }) {
   const turned = facing(points, direction);
   const traced = pairs(tracePixels(turned, mode.mode, numbers));
   const pixels = traced.map((pair) => outwards(pair, direction, beyond));
-  const bars = runsOf(traced, topsOf(turned, numbers.pixelStep));
+  const columns = columnsOf(turned.x);
+  const bars = runsOf(traced, topsOf(turned, columns, numbers.pixelStep));
   const bins = bars.map(({ left, right }, i) => ({
     left: left - numbers.pixelStep / 2,
     right: right + numbers.pixelStep / 2,
     top: pixels[i][1],
   }));
-  const gaps = gapsOf(columnsOf(turned.x), numbers.pixelStep).filter(({ after }) =>
+  const gaps = gapsOf(columns, numbers.pixelStep).filter(({ after }) =>
     bars.some(({ left, right }) => left <= after && after < right),
   );
   const notes = gapNotes(gaps, 'neighbouring bars of one height come out as one');
@@ -163,7 +164,11 @@ function traceHistogram(points, { mode, numbers, direction, beyond }) {
  * The different x of a point set, ascending.
  * @param {ArrayLike<number>} x
  */
-const columnsOf = (x) => Float64Array.from(new Set(Array.from(x))).sort();
+function columnsOf(x) {
+  const columns = new Set();
+  for (let i = 0; i < x.length; ++i) columns.add(x[i]);
+  return Float64Array.from(columns).sort();
+}
 
 /**
  * Stretches without pixels.
@@ -194,10 +199,10 @@ function gapNotes(gaps, effect) {
  * it takes for this one. Only the first compartment has two, at both of its borders; the higher
  * pixel of them, the first of equals, is its top.
  * @param {PointLists} points
+ * @param {Float64Array} columns Its columns.
  * @param {number} step
  */
-function topsOf({ x, y }, step) {
-  const columns = columnsOf(x);
+function topsOf({ x, y }, columns, step) {
   const border = step + columns[0];
   let top = -1;
   for (let i = 0; i < x.length; ++i) if (x[i] <= border && (top < 0 || y[i] < y[top])) top = i;
