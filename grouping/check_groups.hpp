@@ -8,15 +8,3 @@
 // neither may be empty. A NaN as smallest value (only a NaN in first place) makes it false.
 // Cost: one pass over both.
 bool check_groups(std::vector<double> a, std::vector<double> b, double pixel_step);
-
-namespace chart_trace {
-
-// The horizontal extent of a run, in the precision in which touching is decided.
-struct Run_extent {
-  float min;
-  float max;
-};
-Run_extent run_extent_of(const std::vector<double>& x);
-bool extents_touch(Run_extent a, Run_extent b, double pixel_step);
-
-}  // namespace chart_trace

@@ -1,24 +1,24 @@
-// Breadth-first search over a list of runs: the reference run, in slot 0, takes every run of the
-// list that touches it; the runs taken wait in a queue until they become the reference run in turn.
+// Breadth-first search over a list of runs: the reference run takes every run of the list that
+// touches it; the runs taken wait in a queue until they become the reference run in turn.
 
 #include "grouping/horizontal_grouping_algm.hpp"
 
-#include <cmath>
+#include <algorithm>
 #include <cstddef>
-#include <deque>
 
-#include "grouping/check_groups.hpp"
+#include "indexing/raster_runs.hpp"
 #include "indexing/runs.hpp"
+#include "indexing/unordered_runs.hpp"
 #include "primitives/to_int32.hpp"
 
 namespace {
 
-void remove(std::vector<Group_of_arrays>& runs, std::size_t i) {
-  runs.erase(runs.begin() + static_cast<std::ptrdiff_t>(i));
-}
-
-void append(std::vector<double>& group, const Group_of_arrays& run) {
-  group.insert(group.end(), run.view().begin(), run.view().end());
+// Returns the place behind the copy. Short runs are spared the call that long ones are worth.
+double* copy_run(const std::vector<double>& points, std::size_t first, std::size_t last,
+                 double* to) {
+  if (last - first > 4) return std::copy(&points[first], points.data() + last, to);
+  for (; first < last; ++first) *to++ = points[first];
+  return to;
 }
 
 }  // namespace
@@ -30,58 +30,66 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
       pixel_step(pixel_step),
       row_tolerance(pixel_step * 1.5),
       runs_left(0) {
+  using namespace chart_trace;
+  if (x_points.empty()) return;
   horizontal_groups();
-  runs_left = chart_trace::count_of(x_runs);
-  while (runs_left >= 1) {
-    first_group();
-    x_groups.emplace_back(x_group);
-    y_groups.emplace_back(y_group);
-    runs_left = chart_trace::count_of(x_runs);
+  const Run_pairs runs{x_runs.data(), y_runs.data(), static_cast<Run>(x_runs.size()),
+                       this->pixel_step, row_tolerance};
+  if (Touching_runs::in_raster_order(runs)) {
+    take_groups(Raster_runs(runs));
+  } else {
+    take_groups(Unordered_runs(runs));
   }
 }
 
-// Cuts the points into runs.
 void Horizontal_grouping_algm::horizontal_groups() {
-  const double* x = x_points.data();
-  const double* y = y_points.data();
-  chart_trace::for_each_run(x, y, x_points.size(), pixel_step,
-                            [this, x, y](std::size_t first, std::size_t last) {
-                              x_runs.emplace_back(std::vector<double>(x + first, x + last));
-                              y_runs.emplace_back(std::vector<double>(y + first, y + last));
+  // The first point counts in any case, the others as far as a signed 32-bit integer counts.
+  const std::int32_t count = std::max(chart_trace::count_of(x_points), 1);
+  chart_trace::for_each_run(x_points.data(), y_points.data(), static_cast<std::size_t>(count),
+                            pixel_step, [this](std::size_t first, std::size_t last) {
+                              // The x values of a run never fall with a positive step; with any
+                              // other nothing touches.
+                              x_runs.push_back({static_cast<float>(x_points[first]),
+                                                static_cast<float>(x_points[last - 1])});
+                              y_runs.push_back(y_points[first]);
+                              run_ends_.push_back(static_cast<chart_trace::Run>(last));
                             });
 }
 
-// Builds one group in x_group and y_group and removes its runs from the list.
-void Horizontal_grouping_algm::first_group() {
-  x_group = x_runs[0].array();
-  y_group = y_runs[0].array();
-  std::deque<std::pair<Group_of_arrays, Group_of_arrays>> join_queue;
-  const auto rows_below_reference = [this](std::size_t i) {
-    return y_runs[i].view()[0] - y_runs[0].view()[0];
-  };
-  std::size_t i = 1;
-  while (i < x_runs.size()) {
-    if (rows_below_reference(i) > row_tolerance) {
-      if (join_queue.empty()) break;
-      x_runs[0] = std::move(join_queue.front().first);
-      y_runs[0] = std::move(join_queue.front().second);
-      join_queue.pop_front();
-      i = 1;
-    }
-    // Run 1 comes here straight after a change of reference: it is not held against the end of the
-    // scan again, so it can neither end the scan nor change the reference once more.
-    const bool joined = row_tolerance > std::fabs(rows_below_reference(i)) &&
-                        check_groups(x_runs[0].view(), x_runs[i].view(), pixel_step);
-    if (joined) {
-      append(x_group, x_runs[i]);
-      append(y_group, y_runs[i]);
-      join_queue.emplace_back(std::move(x_runs[i]), std::move(y_runs[i]));
-      remove(x_runs, i);
-      remove(y_runs, i);
-    } else {
-      ++i;
-    }
+template <typename Run_list>
+void Horizontal_grouping_algm::take_groups(Run_list runs) {
+  runs_left = static_cast<std::int32_t>(runs.left());
+  while (runs_left >= 1) {
+    first_group(runs);
+    x_groups.emplace_back(std::move(x_group));
+    y_groups.emplace_back(std::move(y_group));
+    runs_left = static_cast<std::int32_t>(runs.left());
   }
-  remove(x_runs, 0);
-  remove(y_runs, 0);
+}
+
+// The group is its own queue: the runs behind the reference run have joined but not been searched
+// from yet.
+template <typename Run_list>
+void Horizontal_grouping_algm::first_group(Run_list& runs) {
+  group_runs_.assign(1, runs.take_first());
+  bool stopped = runs.take_touching(group_runs_[0], false, group_runs_);
+  for (std::size_t next = 1; stopped && next < group_runs_.size(); ++next) {
+    // Straight after a change of reference the first run of the list is not held against the end of
+    // the search: it can neither end the group nor change the reference once more.
+    stopped = runs.take_touching(group_runs_[next], true, group_runs_);
+  }
+  gather_points();
+}
+
+void Horizontal_grouping_algm::gather_points() {
+  std::size_t count = 0;
+  for (const chart_trace::Run run : group_runs_) count += end_of(run) - begin_of(run);
+  x_group = std::vector<double>(count);
+  y_group = std::vector<double>(count);
+  double* x = x_group.data();
+  double* y = y_group.data();
+  for (const chart_trace::Run run : group_runs_) {
+    x = copy_run(x_points, begin_of(run), end_of(run), x);
+    y = copy_run(y_points, begin_of(run), end_of(run), y);
+  }
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
+#include "indexing/run_pairs.hpp"
 #include "primitives/group_of_arrays.hpp"
 
 // Divides a point set into groups row by row: cuts the points into runs (maximal stretches of
@@ -28,13 +30,22 @@ class Horizontal_grouping_algm {
 
  private:
   void horizontal_groups();
-  void first_group();
+  template <typename Run_list>
+  void take_groups(Run_list runs);
+  template <typename Run_list>
+  void first_group(Run_list& runs);
+  void gather_points();
+  std::size_t begin_of(chart_trace::Run run) const { return run == 0 ? 0 : run_ends_[run - 1]; }
+  std::size_t end_of(chart_trace::Run run) const { return run_ends_[run]; }
 
   std::vector<double> x_points, y_points;
-  std::vector<double> x_group, y_group;             // the group that first_group builds
-  std::vector<Group_of_arrays> x_runs, y_runs;      // not yet grouped; slot 0 is the reference run
+  std::vector<double> x_group, y_group;         // the group that first_group builds
+  std::vector<chart_trace::Run_extent> x_runs;  // all runs, in input order: their extents
+  std::vector<double> y_runs;                   // and their rows; the points stay where they are
   std::vector<Group_of_arrays> x_groups, y_groups;  // parallel, in the order of their first runs
   double pixel_step;
   double row_tolerance;
   std::int32_t runs_left;
+  std::vector<chart_trace::Run> run_ends_;    // of each run, the point behind its last
+  std::vector<chart_trace::Run> group_runs_;  // the runs of the group, in the order of joining
 };

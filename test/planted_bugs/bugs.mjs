@@ -357,29 +357,37 @@ export const bugs = {
 
   'grouping/check_groups.cpp': [
     {
+      name: 'the first and the last x of a run are taken for its ends',
+      find: 'chart_trace::extremes_of(x)',
+      replace: 'chart_trace::Extremes{x.front(), x.back()}',
+    },
+  ],
+
+  'indexing/run_pairs.hpp': [
+    {
       name: 'the extents stay double',
       find: 'static_cast<double>(a.max - b.min)',
-      replace: 'static_cast<double>(a.max) - static_cast<double>(b.min)',
+      replace: '(static_cast<double>(a.max) - static_cast<double>(b.min))',
     },
     {
       name: 'the gap of the second before the first stays double',
       find: 'static_cast<double>(b.max - a.min)',
-      replace: 'static_cast<double>(b.max) - static_cast<double>(a.min)',
+      replace: '(static_cast<double>(b.max) - static_cast<double>(a.min))',
     },
     {
       name: 'the step is narrowed to float',
-      find: 'static_cast<double>(a.max - b.min) >= -pixel_step',
-      replace: 'a.max - b.min >= -static_cast<float>(pixel_step)',
+      find: 'static_cast<double>(a.max - b.min) >= -step',
+      replace: 'a.max - b.min >= -static_cast<float>(step)',
     },
     {
       name: 'a gap of exactly one step is too wide',
-      find: 'static_cast<double>(b.max - a.min) >= -pixel_step',
-      replace: 'static_cast<double>(b.max - a.min) > -pixel_step',
+      find: 'static_cast<double>(b.max - a.min) >= -step',
+      replace: 'static_cast<double>(b.max - a.min) > -step',
     },
     {
       name: 'a gap of exactly one step is too wide the other way round',
-      find: 'static_cast<double>(a.max - b.min) >= -pixel_step',
-      replace: 'static_cast<double>(a.max - b.min) > -pixel_step',
+      find: 'static_cast<double>(a.max - b.min) >= -step',
+      replace: 'static_cast<double>(a.max - b.min) > -step',
     },
     {
       name: 'equal minima measure the first run',
@@ -395,6 +403,262 @@ export const bugs = {
       name: 'the gap is measured between the starts',
       find: 'b.max - a.min',
       replace: 'b.min - a.min',
+    },
+    {
+      name: 'a run exactly one and a half steps below ends the search',
+      find: 'rows[run] - rows[reference] > row_tolerance',
+      replace: 'rows[run] - rows[reference] >= row_tolerance',
+    },
+    {
+      name: 'a run exactly one and a half steps away joins',
+      find: 'row_tolerance > std::fabs(',
+      replace: 'row_tolerance >= std::fabs(',
+    },
+    {
+      name: 'runs far above join',
+      find: 'std::fabs(rows[run] - rows[reference])',
+      replace: '(rows[run] - rows[reference])',
+    },
+  ],
+
+  'indexing/touching_runs.cpp': [
+    {
+      name: 'the ends of a row may overlap in raster order',
+      find: '    if (!(pairs.extents[k - 1].max <= extent.min)) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'rows may come in any order in raster order',
+      find: '    if (!(pairs.rows[k - 1] < pairs.rows[k])) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'rows may lie close in raster order',
+      find: '    if (row_above != row && pairs.is_near(row_above, k)) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'any step will do for raster order',
+      find: '  if (!(pairs.step > 0.0 && is_finite(pairs.step))) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'infinite rows are in raster order',
+      find: ' || !is_finite(pairs.rows[k])',
+      replace: '',
+    },
+    {
+      name: 'runs of a row that touch are not seen',
+      find: 'rows_.back().is_crowded = true;',
+      replace: 'rows_.back().is_crowded = false;',
+    },
+    {
+      name: 'only the run to the left is seen in a row',
+      find: '  while (same.last < rows_[row + 1].first && reaches(reference, same.last)) ++same.last;\n',
+      replace: '',
+    },
+    {
+      name: 'the first row that is not near is already below',
+      find: '!pairs_.is_below(rows_[row].first, rows_[below].first)',
+      replace: 'pairs_.is_near(rows_[row].first, rows_[below].first)',
+    },
+    {
+      name: 'rows touch however far they are apart',
+      find: 'middle == end || !pairs_.is_near(rows_[row].first, middle)',
+      replace: 'middle == end',
+    },
+    {
+      name: 'only one run of the row above is seen',
+      find: 'above.last = k + 1;',
+      replace: 'above.last = above.first + 1;',
+    },
+    {
+      name: 'a gap of one step is too wide for runs in raster order',
+      find: '>= -pairs_.step',
+      replace: '> -pairs_.step',
+    },
+  ],
+
+  'indexing/raster_runs.hpp': [
+    {
+      name: 'the only run left stops a search that it is exempt from',
+      find: 'first_is_exempt && left_ == 1',
+      replace: 'first_is_exempt && left_ == 0',
+    },
+    {
+      name: 'the first run left is exempt though others are left',
+      find: ' && !is_exempt',
+      replace: ' && !first_is_exempt',
+    },
+  ],
+
+  'indexing/unordered_runs.cpp': [
+    {
+      name: 'the first run left is held against the end of every search',
+      find: 'first_is_exempt ? first + 1 : first',
+      replace: 'first',
+    },
+    {
+      name: 'the first run left is held against the end of no search',
+      find: 'first_is_exempt ? first + 1 : first',
+      replace: 'first + 1',
+    },
+    {
+      name: 'the exempt run is not looked at',
+      find: 'take_between(first, stop, reference, taken);',
+      replace: 'take_between(first_is_exempt ? first + 1 : first, stop, reference, taken);',
+    },
+    {
+      name: 'a reference that lies higher searches from where the last one stopped',
+      find: 'row >= last_row_',
+      replace: 'true',
+    },
+    {
+      name: 'a run far above ends the search',
+      find: 'other - row > pairs_.row_tolerance',
+      replace: 'std::fabs(other - row) > pairs_.row_tolerance',
+    },
+    {
+      name: 'runs join in the order of their rows',
+      find: '    if (found_.size() > 1) std::sort(found_.begin(), found_.end());\n',
+      replace: '',
+    },
+    {
+      name: 'runs behind the stop join',
+      find: 'first <= run && run < last',
+      replace: 'first <= run',
+    },
+    {
+      name: 'a NaN row is the lowest of all',
+      find: 'number = -std::numeric_limits<double>::infinity();',
+      replace: 'number = std::numeric_limits<double>::infinity();',
+    },
+    {
+      name: 'a stop exactly one and a half steps below',
+      find: 'other - row > pairs_.row_tolerance',
+      replace: 'other - row >= pairs_.row_tolerance',
+    },
+    {
+      name: 'the stop is compared with a rounded bound',
+      find: 'other - row > pairs_.row_tolerance',
+      replace: 'other > row + pairs_.row_tolerance',
+    },
+  ],
+
+  'indexing/run_map.hpp': [
+    {
+      name: 'the column behind a run is not looked at',
+      find: 'place + span.length + 2',
+      replace: 'place + span.length + 1',
+    },
+    {
+      name: 'the row below is not looked at',
+      find: '{around - stride_, around, around + stride_}',
+      replace: '{around - stride_, around}',
+    },
+    {
+      name: 'the rank counts the pixel itself',
+      find: '<< place % word_bits))',
+      replace: '<< place % word_bits << 1))',
+    },
+    {
+      name: 'only the first 64 pixels of a run are taken off the map',
+      find: '      place += count;\n',
+      replace: '      place = end;\n',
+    },
+  ],
+
+  'indexing/run_map.cpp': [
+    {
+      name: 'any step will do for the map',
+      find: 'pairs.step != 1.0 || ',
+      replace: '',
+    },
+    {
+      name: 'a fractional row is rounded to the map',
+      find: 'static_cast<double>(row) == pairs.rows[run]',
+      replace: 'true',
+    },
+    {
+      name: 'a fractional end is rounded to the map',
+      find: 'static_cast<float>(last) == extent.max',
+      replace: 'true',
+    },
+    {
+      name: 'a pixel may be covered twice',
+      find: 'return twice == 0;',
+      replace: 'return true;',
+    },
+    {
+      name: 'the map has no free columns',
+      find: 'bounds->width() + 2',
+      replace: 'bounds->width()',
+    },
+    {
+      name: 'no picture is too sparse for a map',
+      find: 'std::min(128 * pixels + (1 << 20), std::int64_t{UINT32_MAX})',
+      replace: 'std::int64_t{UINT32_MAX}',
+    },
+    {
+      name: 'rows beyond 2^24 have a place on the map',
+      find: 'bounds.bottom <= largest_whole',
+      replace: 'bounds.bottom <= 4 * largest_whole',
+    },
+  ],
+
+  'indexing/near_runs.cpp': [
+    {
+      name: 'a band above is not looked at',
+      find: 'band_of(row - pairs_.row_tolerance)',
+      replace: 'band_of(row)',
+    },
+    {
+      name: 'a band below is not looked at',
+      find: 'band_of(row + pairs_.row_tolerance)',
+      replace: 'band_of(row)',
+    },
+    {
+      name: 'a gap of one step is too wide between runs in bands',
+      find: '>= -step',
+      replace: '> -step',
+    },
+    {
+      name: 'runs of a band touch however far their rows are apart',
+      find: ' && pairs_.is_near(reference, run)',
+      replace: '',
+    },
+    {
+      name: 'runs are not sorted inside a band',
+      find: 'std::tie(a.band, a.left_end, a.run) < std::tie(b.band, b.left_end, b.run)',
+      replace: 'std::tie(a.band, a.run) < std::tie(b.band, b.run)',
+    },
+    {
+      name: 'an infinite step is searched in bands',
+      find: '  if (std::isinf(pairs_.step)) return false;  // reaches everywhere\n',
+      replace: '',
+    },
+    {
+      name: 'a search that gives up has found everything',
+      find: 'if (looked_at++ == last - first) return false;',
+      replace: 'if (looked_at++ == last - first) return true;',
+    },
+  ],
+
+  'indexing/max_tree.hpp': [
+    {
+      name: 'the last values of the list are left out of the tree',
+      find: 'values.resize((values.size() + fan_out - 1) / fan_out * fan_out, none);',
+      replace: 'values.resize(std::max(fan_out, values.size() / fan_out * fan_out), none);',
+    },
+    {
+      name: 'what is taken out is still found',
+      find: '    levels_.front()[i] = none;\n',
+      replace: '',
+    },
+    {
+      name: 'the search goes on behind the next node',
+      find: '      i /= fan_out;\n    }\n    return size_;',
+      replace: '      i = i / fan_out + 1;\n    }\n    return size_;',
     },
   ],
 
@@ -477,45 +741,35 @@ export const bugs = {
       replace: 'pixel_step * 1.0',
     },
     {
-      name: 'a run exactly one and a half steps below ends the scan',
-      find: 'rows_below_reference(i) > row_tolerance',
-      replace: 'rows_below_reference(i) >= row_tolerance',
-    },
-    {
-      name: 'a run exactly one and a half steps away joins',
-      find: 'row_tolerance > std::fabs(',
-      replace: 'row_tolerance >= std::fabs(',
-    },
-    {
-      name: 'runs far above join',
-      find: 'std::fabs(rows_below_reference(i))',
-      replace: 'rows_below_reference(i)',
-    },
-    {
-      name: 'a run far above ends the scan',
-      find: 'if (rows_below_reference(i) > row_tolerance) {',
-      replace: 'if (std::fabs(rows_below_reference(i)) > row_tolerance) {',
-    },
-    {
       name: 'the runs that joined last are searched from first',
-      find: 'join_queue.emplace_back(',
-      replace: 'join_queue.emplace_front(',
+      find: 'take_touching(group_runs_[next], true, group_runs_)',
+      replace: 'take_touching(group_runs_[group_runs_.size() - next], true, group_runs_)',
     },
     {
       name: 'runs still waiting at the end of the list are searched from',
-      find: '  remove(x_runs, 0);\n  remove(y_runs, 0);\n}',
+      find: 'for (std::size_t next = 1; stopped && next < group_runs_.size(); ++next) {',
       replace:
-        '  if (!join_queue.empty()) {\n    auto more_x = x_group, more_y = y_group;\n    x_runs[0] = join_queue.front().first;\n    y_runs[0] = join_queue.front().second;\n    first_group();\n    more_x.insert(more_x.end(), x_group.begin(), x_group.end());\n    more_y.insert(more_y.end(), y_group.begin(), y_group.end());\n    x_group = more_x;\n    y_group = more_y;\n    return;\n  }\n  remove(x_runs, 0);\n  remove(y_runs, 0);\n}',
+        'for (std::size_t next = 1; (stopped || true) && next < group_runs_.size(); ++next) {',
     },
     {
       name: 'the first run after a change of reference can change it again',
-      find: '      join_queue.pop_front();\n      i = 1;\n',
-      replace: '      join_queue.pop_front();\n      i = 1;\n      continue;\n',
+      find: 'take_touching(group_runs_[next], true, group_runs_)',
+      replace: 'take_touching(group_runs_[next], false, group_runs_)',
     },
     {
-      name: 'the scan goes on where it was after a change of reference',
-      find: '      join_queue.pop_front();\n      i = 1;\n',
-      replace: '      join_queue.pop_front();\n',
+      name: 'the first reference is followed by an exempt run',
+      find: 'take_touching(group_runs_[0], false, group_runs_)',
+      replace: 'take_touching(group_runs_[0], true, group_runs_)',
+    },
+    {
+      name: 'a run ends where it begins',
+      find: 'static_cast<float>(x_points[last - 1])',
+      replace: 'static_cast<float>(x_points[first])',
+    },
+    {
+      name: 'the y values of a run are its row',
+      find: 'y = copy_run(y_points, begin_of(run), end_of(run), y);',
+      replace: 'y = std::fill_n(y, end_of(run) - begin_of(run), y_runs[run]);',
     },
   ],
 

@@ -1,0 +1,341 @@
+// Horizontal grouping goes three ways: runs in raster order, runs that have a place on a map of
+// pixels, and all others. Here each is taken on purpose and held against the oracle.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "grouping/horizontal_grouping_algm.hpp"
+#include "indexing/raster_runs.hpp"
+#include "indexing/run_map.hpp"
+#include "indexing/runs.hpp"
+#include "indexing/unordered_runs.hpp"
+#include "test/cpp/property_cases.hpp"
+
+namespace chart_trace_test {
+namespace {
+
+using chart_trace::Raster_runs;
+using chart_trace::Run;
+using chart_trace::Run_extent;
+using chart_trace::Run_map;
+using chart_trace::Run_pairs;
+using chart_trace::Touching_runs;
+using chart_trace::Unordered_runs;
+
+constexpr double nan_value = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double two_24 = 16777216.0;
+
+struct Points {
+  Doubles x;
+  Doubles y;
+  double step = 1;
+
+  void add(double px, double py) {
+    x.push_back(px);
+    y.push_back(py);
+  }
+};
+
+enum class Order { raster, columns, shuffled, right_to_left, bottom_up };
+const std::vector<Order> all_orders = {Order::raster, Order::columns, Order::shuffled,
+                                       Order::right_to_left, Order::bottom_up};
+
+// Some pixels of a box, in raster order: dots and stretches up to `longest` long.
+std::vector<std::pair<int, int>> pixels_in_box(Random& random, int width, int height, int longest) {
+  std::vector<std::pair<int, int>> pixels;
+  for (int y = 0; y < height; ++y) {
+    for (int x = static_cast<int>(random.below(4)); x < width;) {
+      const int length = static_cast<int>(random.between(1, longest));
+      for (int k = 0; k < length && x < width; ++k) pixels.emplace_back(x++, y);
+      x += static_cast<int>(random.between(1, 5));
+    }
+  }
+  return pixels;
+}
+
+Points picture(Random& random, int width, int height, int longest, Order order) {
+  auto pixels = pixels_in_box(random, width, height, longest);
+  if (order == Order::columns) std::sort(pixels.begin(), pixels.end());
+  if (order == Order::bottom_up) {
+    std::stable_sort(pixels.begin(), pixels.end(),
+                     [](const auto& a, const auto& b) { return a.second > b.second; });
+  }
+  if (order == Order::right_to_left) {
+    std::stable_sort(pixels.begin(), pixels.end(), [](const auto& a, const auto& b) {
+      return a.second != b.second ? a.second < b.second : a.first > b.first;
+    });
+  }
+  if (order == Order::shuffled) {
+    for (std::size_t i = pixels.size(); i > 1; --i) {
+      std::swap(pixels[i - 1], pixels[static_cast<std::size_t>(random.below(i))]);
+    }
+  }
+  Points points;
+  for (const auto& [x, y] : pixels) points.add(x, y);
+  return points;
+}
+
+testing::AssertionResult equals_the_oracle(const Points& points) {
+  const Horizontal_grouping_algm got(points.x, points.y, points.step);
+  return same_groups(got.x_groups_func(), got.y_groups_func(),
+                     oracle::horizontal(points.x, points.y, points.step));
+}
+
+// The runs of a point set, as the class makes them.
+struct Runs {
+  explicit Runs(const Points& points) : step(points.step) {
+    chart_trace::for_each_run(points.x.data(), points.y.data(), points.x.size(), step,
+                              [&](std::size_t first, std::size_t last) {
+                                extents.push_back({static_cast<float>(points.x[first]),
+                                                   static_cast<float>(points.x[last - 1])});
+                                rows.push_back(points.y[first]);
+                              });
+  }
+
+  Run_pairs pairs() const {
+    return {extents.data(), rows.data(), static_cast<Run>(extents.size()), step, step * 1.5};
+  }
+
+  std::vector<Run_extent> extents;
+  Doubles rows;
+  double step;
+};
+
+bool in_raster_order(const Points& points) {
+  const Runs runs(points);
+  return Touching_runs::in_raster_order(runs.pairs());
+}
+
+bool has_a_map(const Points& points) {
+  const Runs runs(points);
+  return Run_map::of(runs.pairs()).has_value();
+}
+
+// --- Which way a point set goes ------------------------------------------------------------------
+
+TEST(Horizontal_paths, pictures_in_raster_order_go_the_raster_way_whatever_their_numbers) {
+  Random random(1);
+  Points points = picture(random, 30, 30, 6, Order::raster);
+  EXPECT_TRUE(in_raster_order(points));
+  for (double& x : points.x) x = x * 0.1 + 1e6;
+  for (double& y : points.y) y = y * 0.1 - 7.7;
+  points.step = 0.1;
+  EXPECT_TRUE(in_raster_order(points));
+}
+
+TEST(Horizontal_paths, all_other_orders_of_pixels_go_by_the_map) {
+  for (const Order order : {Order::columns, Order::shuffled, Order::right_to_left}) {
+    Random random(2);
+    const Points points = picture(random, 30, 30, 3, order);
+    EXPECT_FALSE(in_raster_order(points));
+    EXPECT_TRUE(has_a_map(points));
+  }
+}
+
+TEST(Horizontal_paths, what_is_no_picture_in_raster_order_is_told) {
+  const auto is_raster = [](const Doubles& x, const Doubles& y, double step) {
+    return in_raster_order({x, y, step});
+  };
+  EXPECT_TRUE(is_raster({0, 5, 0}, {0, 0, 1}, 1));
+  EXPECT_FALSE(is_raster({0, 5, 4}, {0, 0, 0}, 1)) << "steps back";
+  EXPECT_FALSE(is_raster({0, 0}, {1, 0}, 1)) << "rows go up";
+  EXPECT_TRUE(is_raster({0, 0, 0}, {0, 1, 2}, 1));
+  EXPECT_TRUE(is_raster({0, 0, 0}, {0, 0.75, 1.5}, 1)) << "exactly the tolerance apart is not near";
+  EXPECT_FALSE(is_raster({0, 0, 0}, {0, 0.75, 1.4375}, 1)) << "three rows within the tolerance";
+  EXPECT_FALSE(is_raster({0, nan_value}, {0, 0}, 1));
+  EXPECT_FALSE(is_raster({0, 0}, {0, nan_value}, 1));
+  EXPECT_FALSE(is_raster({0, infinity}, {0, 0}, 1));
+  EXPECT_FALSE(is_raster({0, 1e39}, {0, 0}, 1)) << "infinite in single precision";
+  EXPECT_FALSE(is_raster({0, 0}, {0, infinity}, 1));
+  for (const double step : {0.0, -1.0, nan_value, infinity}) {
+    EXPECT_FALSE(is_raster({0, 0}, {0, 1}, step)) << step;
+  }
+}
+
+TEST(Horizontal_paths, what_has_no_place_on_the_map_is_told) {
+  const auto is_mapped = [](const Doubles& x, const Doubles& y, double step) {
+    return has_a_map({x, y, step});
+  };
+  EXPECT_TRUE(is_mapped({3, -2}, {5, -9}, 1));
+  EXPECT_FALSE(is_mapped({3, -2}, {5, -9}, 2));
+  EXPECT_FALSE(is_mapped({3.5, -2}, {5, -9}, 1));
+  EXPECT_FALSE(is_mapped({3, -2}, {5, -9.25}, 1));
+  // A run from -2 to a little below -1 in single precision: it does not touch a pixel at 0.
+  const double little = std::ldexp(1, -23);
+  EXPECT_FALSE(is_mapped({-2 - little, -1 - little}, {0, 0}, 1));
+  EXPECT_FALSE(is_mapped({3, 3}, {5, 5}, 1)) << "the same pixel twice";
+  EXPECT_FALSE(is_mapped({3, 4, 5, 4}, {5, 5, 5, 5}, 1)) << "a pixel of a run once more";
+  EXPECT_TRUE(is_mapped({two_24, two_24 - 2}, {two_24, two_24 - 1}, 1));
+  EXPECT_FALSE(is_mapped({two_24 + 2, two_24}, {0, 0}, 1));
+  EXPECT_FALSE(is_mapped({0, 0}, {-two_24 - 1, -two_24}, 1));
+  EXPECT_FALSE(is_mapped({0, 0}, {two_24 + 1, two_24}, 1));
+  EXPECT_FALSE(is_mapped({0, 5000}, {0, 5000}, 1)) << "far apart";
+  EXPECT_FALSE(is_mapped({0, nan_value}, {0, 0}, 1));
+  EXPECT_FALSE(is_mapped({0, 0}, {nan_value, 0}, 1));
+  EXPECT_FALSE(is_mapped({0, -infinity}, {0, 0}, 1));
+  EXPECT_FALSE(is_mapped({0, 0}, {0, infinity}, 1));
+}
+
+// --- Each way equals the oracle ------------------------------------------------------------------
+
+TEST(Horizontal_paths, pictures_in_every_order_equal_the_oracle) {
+  for (const Order order : all_orders) {
+    for (std::uint64_t seed = 0; seed < 60; ++seed) {
+      Random random(seed);
+      const int width = static_cast<int>(random.between(1, 200));
+      const int height = static_cast<int>(random.between(1, 12));
+      const int longest = random.one_in(3) ? 150 : static_cast<int>(random.between(1, 4));
+      const Points points = picture(random, width, height, longest, order);
+      ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+    }
+  }
+}
+
+TEST(Horizontal_paths, the_same_pictures_shifted_and_scaled_equal_the_oracle) {
+  struct Axis {
+    double origin, pitch, step;
+  };
+  const std::vector<Axis> axes = {
+      {0, 0.1, 0.1}, {0.3, 0.7, 0.7},   {0, 1, 2},           {0, 1, 0.25},        {0, 1, 7.5},
+      {-20, 2, 2},   {0, 0.4, 1},       {two_24 - 20, 1, 1}, {-two_24 - 9, 1, 1}, {1e15, 0.25, 1},
+      {9e15, 1, 1},  {0, 1e300, 1e300}, {0, 1e37, 1e37},     {0, 1e-320, 1e-320}, {0, 1, 1e9},
+      {0, 1, -1},    {0, 1, 0},         {0, 1, nan_value},   {0, 1, infinity},    {0, 1, 1e308}};
+  for (const Axis& axis : axes) {
+    for (const Order order : all_orders) {
+      for (std::uint64_t seed = 0; seed < 8; ++seed) {
+        Random random(seed);
+        Points points = picture(random, 40, 8, 3, order);
+        for (double& x : points.x) x = axis.origin + axis.pitch * x;
+        for (double& y : points.y) y = axis.origin + axis.pitch * y;
+        points.step = axis.step;
+        ASSERT_TRUE(equals_the_oracle(points))
+            << "origin " << axis.origin << " pitch " << axis.pitch << " step " << axis.step;
+      }
+    }
+  }
+}
+
+TEST(Horizontal_paths, pixels_that_come_again_equal_the_oracle) {
+  for (const Order order : all_orders) {
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+      Random random(seed);
+      Points points = picture(random, 20, 6, 3, order);
+      const std::size_t count = points.x.size();
+      for (int copies = 0; copies < 5; ++copies) {
+        for (std::size_t k = 0; k < count; ++k) {
+          if (random.one_in(1 + seed % 3)) points.add(points.x[k], points.y[k]);
+        }
+      }
+      ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+    }
+  }
+}
+
+TEST(Horizontal_paths, special_numbers_among_pixels_equal_the_oracle) {
+  const Doubles specials = {nan_value, infinity, -infinity, -0.0,   1e39,  -1e39,
+                            1e308,     -1e308,   5e-324,    two_24, 1e300, 0.5};
+  for (const Order order : all_orders) {
+    for (std::uint64_t seed = 0; seed < 60; ++seed) {
+      Random random(seed);
+      Points points = picture(random, 15, 6, 3, order);
+      for (std::uint64_t k = 0; k < 1 + seed % 9; ++k) {
+        Doubles& coordinates = random.one_in(2) ? points.x : points.y;
+        coordinates[static_cast<std::size_t>(random.below(coordinates.size()))] =
+            random.pick(specials);
+      }
+      if (random.one_in(5)) points.step = random.pick(specials);
+      ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+    }
+  }
+}
+
+TEST(Horizontal_paths, points_anywhere_equal_the_oracle) {
+  for (std::uint64_t seed = 0; seed < 150; ++seed) {
+    Random random(seed);
+    Points points;
+    const double width = static_cast<double>(random.between(1, 60));
+    const double height = static_cast<double>(random.between(1, 60));
+    const std::uint64_t count = 20 + random.below(300);
+    for (std::uint64_t k = 0; k < count; ++k) {
+      points.add(width * random.fraction(), height * random.fraction());
+    }
+    ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+  }
+}
+
+// A search that stops just before, at and behind the place from which the index is asked.
+TEST(Horizontal_paths, stops_at_every_distance_equal_the_oracle) {
+  for (int apart = 0; apart <= 40; ++apart) {
+    Points points;
+    points.add(0, 5);
+    for (int k = 0; k < apart; ++k) points.add(-2 * k - 3, 5 - k % 3);
+    points.add(0, 7);
+    points.add(1, 6);
+    points.add(-1, 6);
+    points.add(0, 100);
+    ASSERT_TRUE(equals_the_oracle(points)) << apart;
+  }
+}
+
+TEST(Horizontal_paths, a_row_exactly_the_tolerance_below_ends_no_search_in_raster_order) {
+  const Points points{{0, 0, 0}, {0, 1, 1.5}};
+  ASSERT_TRUE(in_raster_order(points));
+  const Horizontal_grouping_algm grouping(points.x, points.y, points.step);
+  EXPECT_TRUE(same_bits(values_of(grouping.y_groups_func()), {{0, 1}, {1.5}}));
+}
+
+// Runs of one row that touch without being one: a fractional step that does not divide the gap.
+TEST(Horizontal_paths, runs_that_touch_on_their_own_row_equal_the_oracle) {
+  for (std::uint64_t seed = 0; seed < 100; ++seed) {
+    Random random(seed);
+    Points points;
+    for (int row = 0; row < 6; ++row) {
+      double x = 0;
+      for (int k = 0; k < 12; ++k) {
+        x += 0.25 * static_cast<double>(random.between(1, 8));
+        points.add(x, row);
+      }
+    }
+    points.step = random.one_in(2) ? 1.0 : 0.75;
+    EXPECT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+  }
+}
+
+// --- The raster way is the other way made quick --------------------------------------------------
+
+template <typename Run_list>
+std::vector<Run> in_order_of_joining(Run_list runs) {
+  std::vector<Run> all;
+  while (runs.left() > 0) {
+    std::vector<Run> group = {runs.take_first()};
+    bool stopped = runs.take_touching(group[0], false, group);
+    for (std::size_t next = 1; stopped && next < group.size(); ++next) {
+      stopped = runs.take_touching(group[next], true, group);
+    }
+    all.insert(all.end(), group.begin(), group.end());
+    all.push_back(std::numeric_limits<Run>::max());
+  }
+  return all;
+}
+
+TEST(Horizontal_paths, runs_in_raster_order_are_taken_alike_on_both_ways) {
+  for (std::uint64_t seed = 0; seed < 10; ++seed) {
+    Random random(seed);
+    const Points points = picture(random, 300, 300, 12, Order::raster);
+    const Runs runs(points);
+    ASSERT_TRUE(in_raster_order(points) && has_a_map(points));
+    EXPECT_EQ(in_order_of_joining(Raster_runs(runs.pairs())),
+              in_order_of_joining(Unordered_runs(runs.pairs())));
+  }
+}
+
+}  // namespace
+}  // namespace chart_trace_test

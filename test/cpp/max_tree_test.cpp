@@ -1,0 +1,51 @@
+#include "indexing/max_tree.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+#include "test/cpp/shapes.hpp"
+
+namespace chart_trace_test {
+namespace {
+
+using chart_trace::Max_tree;
+
+constexpr double none = -std::numeric_limits<double>::infinity();
+
+std::size_t first_above(const std::vector<double>& values, std::size_t from, double bound) {
+  while (from < values.size() && !(values[from] > bound)) ++from;
+  return from;
+}
+
+TEST(Max_tree, an_empty_tree_finds_nothing) {
+  const Max_tree<double> tree({});
+  EXPECT_EQ(tree.first_from(0, [](double) { return true; }), 0U);
+}
+
+TEST(Max_tree, finds_what_a_walk_finds_while_values_are_taken_out) {
+  for (const std::size_t size : std::vector<std::size_t>{1, 7, 8, 9, 63, 64, 65, 511, 512, 513}) {
+    Random random(size);
+    std::vector<double> values(size);
+    for (double& value : values) value = static_cast<double>(random.between(-20, 20));
+    Max_tree<double> tree(values);
+    for (std::size_t left = size; left > 0; --left) {
+      for (int query = 0; query < 20; ++query) {
+        const auto from = static_cast<std::size_t>(random.below(size + 1));
+        const auto bound = static_cast<double>(random.between(-21, 21));
+        ASSERT_EQ(tree.first_from(from, [=](double value) { return value > bound; }),
+                  first_above(values, from, bound));
+      }
+      std::size_t taken = static_cast<std::size_t>(random.below(size));
+      while (values[taken] == none) taken = (taken + 1) % size;
+      values[taken] = none;
+      tree.remove(taken);
+    }
+    EXPECT_EQ(tree.first_from(0, [](double value) { return value > -100; }), size);
+  }
+}
+
+}  // namespace
+}  // namespace chart_trace_test
