@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <string>
+#include <utility>
 #include <vector>
 
 #include "grouping/fission_algm.hpp"
@@ -104,6 +104,130 @@ TEST(Fission_paths, cells_left_of_and_above_zero_equal_the_oracle) {
   for (double& y : set.y) y -= 15.0;
   EXPECT_TRUE(equals_oracle(set, 1.0));
   EXPECT_TRUE(equals_oracle(set, 0.7));
+}
+
+// A picture in raster order: each pixel of a rectangle is there in `per_mille` of all cases.
+Pixels noise(std::uint64_t seed, int width, int height, std::uint64_t per_mille) {
+  Random random(seed);
+  Pixels set;
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) {
+      if (random.below(1000) >= per_mille) continue;
+      set.x.push_back(x);
+      set.y.push_back(y);
+    }
+  }
+  return set;
+}
+
+Pixels moved(Pixels set, double right, double down) {
+  for (double& x : set.x) x += right;
+  for (double& y : set.y) y += down;
+  return set;
+}
+
+// Row by row, and the same picture column by column with x and y exchanged.
+testing::AssertionResult equals_oracle_both_ways(const Pixels& set, double step) {
+  return all_of({equals_oracle(set, step), equals_oracle({set.y, set.x}, step)});
+}
+
+// Widths around those of the map's words, and of the longest stretch that is looked at as one.
+TEST(Fission_paths, pictures_of_any_width_and_density_equal_the_oracle) {
+  for (const int width : {1, 2, 3, 60, 61, 62, 63, 64, 65, 66, 124, 125, 126, 127, 128, 129, 200}) {
+    for (const std::uint64_t per_mille : {50U, 300U, 400U, 500U, 600U, 800U, 950U, 1000U}) {
+      const Pixels set = noise(per_mille, width, 1200 / width + 1, per_mille);
+      EXPECT_TRUE(equals_oracle_both_ways(set, 1.0)) << width << " at " << per_mille;
+    }
+  }
+}
+
+// Teeth up and down from a bar, and bars side by side: stretches with pixels on both sides, on one
+// side after the other, and ends that meet.
+TEST(Fission_paths, combs_and_frames_equal_the_oracle) {
+  for (const int gap : {2, 3, 5, 9}) {
+    Pixels up, down, frame;
+    for (int y = 0; y < 12; ++y) {
+      for (int x = 0; x < 140; ++x) {
+        const auto add = [&](Pixels& set, bool is_there) {
+          if (!is_there) return;
+          set.x.push_back(x);
+          set.y.push_back(y);
+        };
+        add(up, y > 8 || x % gap == 0);
+        add(down, y < 3 || x % gap == 0 || (y == 9 && x > 70));
+        add(frame, x < 3 || x > 136 || y % gap == 0);
+      }
+    }
+    EXPECT_TRUE(equals_oracle_both_ways(up, 1.0)) << gap;
+    EXPECT_TRUE(equals_oracle_both_ways(down, 1.0)) << gap;
+    EXPECT_TRUE(equals_oracle_both_ways(frame, 1.0)) << gap;
+  }
+}
+
+TEST(Fission_paths, pictures_anywhere_and_between_whole_numbers_equal_the_oracle) {
+  const Pixels set = noise(8, 40, 30, 600);
+  for (const double by : {-20.0, -3.0, 0.5, -7.25, 0.1, 1e6, 536870900.0, -536870912.0, 536870911.5,
+                          1e9, 9007199254740992.0}) {
+    EXPECT_TRUE(equals_oracle_both_ways(moved(set, by, 0.0), 1.0)) << by;
+    EXPECT_TRUE(equals_oracle_both_ways(moved(set, 0.0, by), 1.0)) << by;
+    EXPECT_TRUE(equals_oracle_both_ways(moved(set, by, -by), 1.0)) << by;
+  }
+}
+
+TEST(Fission_paths, steps_that_reach_eight_neighbours_or_not_quite_equal_the_oracle) {
+  const Pixels set = noise(9, 30, 30, 400);
+  for (const double step : {0.6, 0.666, 0.6666666666666666, 0.6666666666666667, 0.667, 0.9, 1.1,
+                            1.33, 1.3326822916666667, 1.3333333333333333, 1.334, 2.0}) {
+    EXPECT_TRUE(equals_oracle_both_ways(set, step)) << step;
+  }
+}
+
+// A clean picture but for one point, wherever it stands in its run.
+TEST(Fission_paths, one_point_that_is_no_pixel_is_seen_anywhere) {
+  const Pixels whole = moved(noise(10, 30, 20, 900), -10.0, -5.0);
+  for (std::size_t i = 0; i < whole.x.size(); i += 7) {
+    for (const double odd : {-0.0, 0.5, 1e300, infinity, not_a_number}) {
+      Pixels set = whole;
+      set.x[i] = odd;
+      EXPECT_TRUE(equals_oracle_both_ways(set, 1.0)) << odd << " at " << i;
+    }
+  }
+}
+
+TEST(Fission_paths, negative_zeros_keep_their_sign) {
+  for (const bool all : {false, true}) {
+    Pixels set = moved(noise(11, 30, 20, 900), -10.0, -5.0);
+    for (std::size_t i = 0; i < set.x.size(); ++i) {
+      if (!all && i % 5 != 0) continue;
+      if (set.x[i] == 0.0) set.x[i] = -0.0;
+      if (set.y[i] == 0.0) set.y[i] = -0.0;
+    }
+    EXPECT_TRUE(equals_oracle_both_ways(set, 1.0));
+  }
+}
+
+TEST(Fission_paths, a_pixel_twice_or_out_of_order_equals_the_oracle) {
+  const Pixels whole = noise(12, 30, 20, 700);
+  for (std::size_t i = 1; i < whole.x.size(); i += 9) {
+    Pixels twice = whole;
+    twice.x[i] = twice.x[i - 1];
+    twice.y[i] = twice.y[i - 1];
+    EXPECT_TRUE(equals_oracle_both_ways(twice, 1.0)) << i;
+    Pixels swapped = whole;
+    std::swap(swapped.x[i], swapped.x[i - 1]);
+    std::swap(swapped.y[i], swapped.y[i - 1]);
+    EXPECT_TRUE(equals_oracle_both_ways(swapped, 1.0)) << i;
+  }
+}
+
+// Beyond what a map may measure the points are searched in cells.
+TEST(Fission_paths, sparse_pictures_equal_the_oracle) {
+  for (const double far : {900.0, 1100.0, 40000.0, 1e7}) {
+    Pixels set = noise(13, 20, 20, 500);
+    for (std::size_t i = set.x.size() / 2; i < set.x.size(); ++i) set.y[i] += far;
+    set.x.back() += far;
+    EXPECT_TRUE(equals_oracle_both_ways(set, 1.0)) << far;
+  }
 }
 
 }  // namespace

@@ -703,6 +703,55 @@ export const bugs = {
     },
   ],
 
+  'indexing/pixel_map.cpp': [
+    {
+      name: 'the sign of a zero is lost in a map',
+      find: ' &&\n               !has_negative_zero(columns, rows, first, last)',
+      replace: '',
+    },
+    {
+      name: 'a map holds a pixel that comes twice',
+      find: 'place >= next',
+      replace: 'place + 1 >= next',
+    },
+    {
+      name: 'a fraction of a pixel is cut off',
+      find: 'left + right_of == column && ',
+      replace: '',
+    },
+  ],
+
+  'indexing/pixel_flood.hpp': [
+    {
+      name: 'a reach of a hair less than two is a map with eight neighbours',
+      find: 'half <= 2.0 - 1.0 / 1024',
+      replace: 'half <= 2.0',
+    },
+  ],
+
+  'indexing/pixel_flood.cpp': [
+    {
+      name: 'a long stretch forgets the column behind what is looked at as one',
+      find: 'Pixel_map::word_bits) - 2;',
+      replace: 'Pixel_map::word_bits) - 1;',
+    },
+    {
+      name: 'the first pixel of a stretch takes two columns',
+      find: 'Word columns = 7;',
+      replace: 'Word columns = 3;',
+    },
+    {
+      name: 'a stretch in hand grows',
+      find: '      end_ - 1 != head_) {\n    last.length += length;',
+      replace: '      true) {\n    last.length += length;',
+    },
+    {
+      name: 'a stretch down a column ends a row early',
+      find: 'std::abs(stretch.length) + 2',
+      replace: 'std::abs(stretch.length) + 1',
+    },
+  ],
+
   'indexing/crowd.cpp': [
     {
       name: 'a crowd that only touches a box is passed over',

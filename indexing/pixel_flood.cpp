@@ -1,0 +1,224 @@
+#include "indexing/pixel_flood.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "indexing/bits.hpp"
+
+namespace chart_trace {
+namespace {
+
+using Word = Pixel_map::Word;
+
+std::uint32_t first_of(Word pixels) { return static_cast<std::uint32_t>(lowest_bit(pixels)); }
+
+// The columns before the first of `pixels`; all when there are none.
+Word before(Word pixels) { return (pixels & (~pixels + 1)) - 1; }
+
+// Collects points in blocks before they are copied to their vectors, which is faster than appending
+// them there one by one.
+class Point_writer {
+ public:
+  Point_writer(std::vector<double>& columns, std::vector<double>& rows)
+      : all_columns_(columns), all_rows_(rows) {}
+  ~Point_writer() { flush(); }
+  Point_writer(const Point_writer&) = delete;
+  Point_writer& operator=(const Point_writer&) = delete;
+
+  void add(double column, double row) {
+    columns_[count_] = column;
+    rows_[count_] = row;
+    count_ += 1;
+    if (count_ >= room) flush();
+  }
+
+  // `length` points, each `right` and `down` from the one before. Whole blocks are written, however
+  // few are wanted: that is cheaper than a loop whose end cannot be guessed.
+  void add(double column, double row, std::size_t length, double right, double down) {
+    while (length > 0) {
+      for (std::size_t i = 0; i < block; ++i) {
+        columns_[count_ + i] = column + right * static_cast<double>(i);
+        rows_[count_ + i] = row + down * static_cast<double>(i);
+      }
+      const std::size_t used = std::min(length, block);
+      column += right * block;
+      row += down * block;
+      length -= used;
+      count_ += used;
+      if (count_ >= room) flush();
+    }
+  }
+
+ private:
+  static constexpr std::size_t block = 4;
+  static constexpr std::size_t room = 512;
+
+  void flush() {
+    all_columns_.insert(all_columns_.end(), columns_, columns_ + count_);
+    all_rows_.insert(all_rows_.end(), rows_, rows_ + count_);
+    count_ = 0;
+  }
+
+  std::vector<double>& all_columns_;
+  std::vector<double>& all_rows_;
+  std::size_t count_ = 0;
+  double columns_[room + block];
+  double rows_[room + block];
+};
+
+}  // namespace
+
+bool Pixel_flood::next_group(std::vector<double>& columns, std::vector<double>& rows) {
+  std::uint32_t seed = 0;
+  if (!map_.take_first(seed_word_, seed)) return false;
+  queue_[0] = {seed, 1};
+  end_ = 1;
+  fill();
+  write(columns, rows);
+  return true;
+}
+
+void Pixel_flood::fill() {
+  for (head_ = 0; head_ < end_; ++head_) {
+    const Stretch stretch = queue_[head_];
+    if (stretch.length > 1) {
+      take_along(stretch);
+    } else {
+      take_down(stretch);
+    }
+  }
+}
+
+// Looks at no more pixels at a time than fit a word with a column on each side.
+void Pixel_flood::take_along(Stretch stretch) {
+  constexpr std::int32_t most = static_cast<std::int32_t>(Pixel_map::word_bits) - 2;
+  for (; stretch.length > 0; stretch.place += most, stretch.length -= most) {
+    const auto columns = static_cast<std::uint32_t>(std::min(stretch.length, most)) + 2;
+    const Word mask = ~Word{0} >> (Pixel_map::word_bits - columns);
+    const std::uint32_t corner = stretch.place - 1;
+    const Word above = map_.take(corner - map_.stride(), mask);
+    const Word own = map_.take(corner, mask);
+    const Word below = map_.take(corner + map_.stride(), mask);
+    if (own == 0 && above == 0) {
+      queue_row(corner + map_.stride(), below);
+    } else if (own == 0 && below == 0) {
+      queue_row(corner - map_.stride(), above);
+    } else {
+      queue_columns(corner, above, own, below);
+    }
+  }
+}
+
+// The first pixel of the stretch takes what is in the first three columns, each further one what is
+// in the next; each takes from the row above, then from its own, then from the row below. Columns
+// in which one row alone has pixels are taken together.
+void Pixel_flood::queue_columns(std::uint32_t corner, Word above, Word own, Word below) {
+  Word columns = 7;
+  for (Word all = above | own | below; all != 0; all = above | own | below) {
+    queue_row(corner - map_.stride(), above & columns);
+    queue_row(corner, own & columns);
+    queue_row(corner + map_.stride(), below & columns);
+    above &= ~columns;
+    own &= ~columns;
+    below &= ~columns;
+    columns = before(above | own) | before(above | below) | before(own | below);
+    if (((above | own | below) & columns) == 0) columns = 2 * columns + 1;
+  }
+}
+
+// Goes through the rows from the one above the stretch to the one below it, three columns wide.
+// Pixels alone in their rows, one below the other, are queued as a stretch.
+void Pixel_flood::take_down(Stretch stretch) {
+  const std::uint32_t stride = map_.stride();
+  std::uint32_t place = stretch.place - 1 - stride;
+  const std::uint32_t end =
+      place + static_cast<std::uint32_t>(std::abs(stretch.length) + 2) * stride;
+  while (place != end) {
+    const Word pixels = map_.take(place, 7);
+    if (pixels == 0 || (pixels & (pixels - 1)) != 0) {
+      queue_row(place, pixels);
+      place += stride;
+      continue;
+    }
+    const std::uint32_t top = place + first_of(pixels);
+    std::int32_t length = 1;
+    Word below = 0;
+    for (place += stride; place != end; place += stride) {
+      below = map_.take(place, 7);
+      if (below != pixels) break;
+      ++length;
+    }
+    queue_down(top, length);
+    if (place == end) return;
+    queue_row(place, below);
+    place += stride;
+  }
+}
+
+// Queues the pixels of a row from `place` on, a stretch for each that are side by side.
+void Pixel_flood::queue_row(std::uint32_t place, Word pixels) {
+  while (pixels != 0) {
+    const std::uint32_t skipped = first_of(pixels);
+    pixels >>= skipped;
+    place += skipped;
+    const std::uint32_t length = ~pixels == 0 ? Pixel_map::word_bits : first_of(~pixels);
+    queue_along(place, static_cast<std::int32_t>(length));
+    if (length == Pixel_map::word_bits) return;
+    pixels >>= length;
+    place += length;
+  }
+}
+
+// Pixels that carry on the last stretch are added to it, unless it is in hand already.
+void Pixel_flood::queue_along(std::uint32_t place, std::int32_t length) {
+  Stretch& last = queue_[end_ - 1];
+  if (last.length > 0 && last.place + static_cast<std::uint32_t>(last.length) == place &&
+      end_ - 1 != head_) {
+    last.length += length;
+  } else if (length == 1) {
+    queue_down(place, 1);
+  } else {
+    push({place, length});
+  }
+}
+
+void Pixel_flood::queue_down(std::uint32_t place, std::int32_t length) {
+  Stretch& last = queue_[end_ - 1];
+  const std::int32_t height = last.length == 1 ? 1 : -last.length;
+  if (height > 0 && last.place + static_cast<std::uint32_t>(height) * map_.stride() == place &&
+      end_ - 1 != head_) {
+    last.length = -(height + length);
+  } else {
+    push({place, length == 1 ? 1 : -length});
+  }
+}
+
+void Pixel_flood::push(Stretch stretch) {
+  if (end_ == queue_.size()) queue_.resize(2 * end_);
+  queue_[end_++] = stretch;
+}
+
+void Pixel_flood::write(std::vector<double>& columns, std::vector<double>& rows) const {
+  std::size_t pixels = 0;
+  for (std::size_t k = 0; k < end_; ++k) {
+    pixels += static_cast<std::size_t>(std::abs(queue_[k].length));
+  }
+  columns.reserve(pixels);
+  rows.reserve(pixels);
+  Point_writer writer(columns, rows);
+  for (std::size_t k = 0; k < end_; ++k) {
+    const Stretch stretch = queue_[k];
+    const std::uint32_t row = stretch.place / map_.stride();
+    const double y = map_.top() + row;
+    const double x = map_.left() + (stretch.place - row * map_.stride());
+    if (stretch.length == 1) {
+      writer.add(x, y);
+    } else {
+      const bool is_down = stretch.length < 0;
+      writer.add(x, y, static_cast<std::size_t>(std::abs(stretch.length)), is_down ? 0.0 : 1.0,
+                 is_down ? 1.0 : 0.0);
+    }
+  }
+}
+
+}  // namespace chart_trace

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "indexing/pixel_map.hpp"
+
+namespace chart_trace {
+
+// Flood fill, breadth first, of a picture in raster order: each pixel of the queue takes the free
+// ones among its eight neighbours, in input order, which is place order.
+//
+// In a filled shape the queue is made of stretches: pixels side by side on a row, or one below the
+// other in a column. They are taken, queued and written as such, so that most pixels cost a few
+// bits. What a stretch takes is found for its pixels together, for the order of taking is known: of
+// a stretch along a row, each pixel after the first finds nothing new but in the column on its
+// right; of one down a column, nothing new but in the row below it.
+class Pixel_flood {
+ public:
+  // Whether a box with this half side around a pixel holds its eight neighbours and no others.
+  // Distances on the map are whole: 1 is inside whatever the rounding, and 2 outside, since the
+  // bound is at least 2^-10 nearer, which is not lost in rounding.
+  static bool reaches_eight(double half) { return half >= 1.0 && half <= 2.0 - 1.0 / 1024; }
+
+  explicit Pixel_flood(Pixel_map map) : map_(std::move(map)), queue_(64) {}
+
+  // Fills the group of the first free pixel; false when there is none left.
+  bool next_group(std::vector<double>& columns, std::vector<double>& rows);
+
+ private:
+  // `length` pixels from `place` on along a row, or -length pixels down a column; 1 when single.
+  struct Stretch {
+    std::uint32_t place;
+    std::int32_t length;
+  };
+
+  void fill();
+  void take_along(Stretch stretch);
+  void take_down(Stretch stretch);
+  void queue_columns(std::uint32_t corner, Pixel_map::Word above, Pixel_map::Word own,
+                     Pixel_map::Word below);
+  void queue_row(std::uint32_t place, Pixel_map::Word pixels);
+  void queue_along(std::uint32_t place, std::int32_t length);
+  void queue_down(std::uint32_t place, std::int32_t length);
+  void push(Stretch stretch);
+  void write(std::vector<double>& columns, std::vector<double>& rows) const;
+
+  Pixel_map map_;
+  std::size_t seed_word_ = 0;  // no pixel before it is free
+  std::vector<Stretch> queue_;
+  std::size_t head_ = 0;  // the stretch in hand
+  std::size_t end_ = 0;   // of the queue
+};
+
+}  // namespace chart_trace

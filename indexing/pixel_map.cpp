@@ -1,0 +1,119 @@
+#include "indexing/pixel_map.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "indexing/bits.hpp"
+#include "indexing/runs.hpp"
+
+namespace chart_trace {
+namespace {
+
+struct Range {
+  double low;
+  double high;
+};
+
+Range range_of(const std::vector<double>& values) {
+  Range range{values[0], values[0]};
+  for (const double value : values) {
+    range.low = value < range.low ? value : range.low;
+    range.high = range.high < value ? value : range.high;
+  }
+  return range;
+}
+
+// Whether whole steps from `value` are exact, and few enough to be counted; not for NaN.
+bool is_exact(double value) {
+  return std::fabs(value) < (1 << 29) && std::floor(value * 1024) == value * 1024;
+}
+
+bool is_negative_zero(double value) { return value == 0.0 && std::signbit(value); }
+
+// Of the points of a run, those that lie at zero: a run compares equal across the sign of a zero.
+bool has_negative_zero(const std::vector<double>& columns, const std::vector<double>& rows,
+                       std::size_t first, std::size_t last) {
+  const double column = columns[first];
+  if (column <= 0.0 && column + static_cast<double>(last - first) > 0.0) {
+    const std::size_t at_zero = first + static_cast<std::size_t>(-column);
+    if (is_negative_zero(columns[at_zero])) return true;
+  }
+  if (rows[first] != 0.0) return false;
+  const double* const row = rows.data();
+  return std::any_of(row + first, row + last, is_negative_zero);
+}
+
+}  // namespace
+
+std::optional<Pixel_map> Pixel_map::of_raster(const std::vector<double>& columns,
+                                              const std::vector<double>& rows) {
+  if (columns.empty() || !is_exact(rows.front()) || !is_exact(rows.back())) return std::nullopt;
+  const Range range = range_of(columns);
+  if (!is_exact(range.low) || !is_exact(range.high)) return std::nullopt;
+  if (rows.back() < rows.front()) return std::nullopt;
+  const auto width = static_cast<std::uint64_t>(range.high - range.low) + 3;
+  const auto height = static_cast<std::uint64_t>(rows.back() - rows.front()) + 3;
+  const std::uint64_t stride = (width + word_bits - 1) / word_bits * word_bits;
+  // 32 bytes a point; small pictures may be as sparse as they like.
+  const std::uint64_t most_pixels = 256 * std::uint64_t{columns.size()} + (1 << 20);
+  const std::uint64_t most_places = std::numeric_limits<std::uint32_t>::max();
+  if (stride * height > std::min(most_pixels, most_places)) return std::nullopt;
+  std::optional<Pixel_map> map =
+      Pixel_map(range.low - 1, rows.front() - 1, static_cast<std::uint32_t>(stride),
+                static_cast<std::size_t>(height));
+  if (!map->paint(columns, rows)) return std::nullopt;
+  return map;
+}
+
+// Whether the points are a clean picture, which is then on the map. Points of one run are exactly
+// one apart, so only its first is looked at closely; the bounds of the columns hold for all points.
+bool Pixel_map::paint(const std::vector<double>& columns, const std::vector<double>& rows) {
+  const double left = left_;
+  const double top = top_;
+  const double bottom = rows.back();
+  const std::uint64_t stride = stride_;
+  std::uint64_t next = 0;  // the first place behind the last run
+  bool is_clean = true;
+  const auto paint_points = [&](std::size_t first, std::size_t last) {
+    const double column = columns[first];
+    const double row = rows[first];
+    is_clean = is_clean && column > left && row > top && row <= bottom;  // neither is NaN
+    if (!is_clean) return;
+    const auto right_of = static_cast<std::uint32_t>(column - left);
+    const auto below = static_cast<std::uint32_t>(row - top);
+    const std::uint64_t place = below * stride + right_of;
+    is_clean = left + right_of == column && top + below == row && place >= next &&
+               !has_negative_zero(columns, rows, first, last);
+    if (!is_clean) return;
+    next = place + (last - first);
+    paint_run(static_cast<std::uint32_t>(place), last - first);
+  };
+  for_each_run(columns.data(), rows.data(), columns.size(), 1.0, paint_points);
+  return is_clean;
+}
+
+void Pixel_map::paint_run(std::uint32_t place, std::size_t length) {
+  constexpr Word full = ~Word{0};
+  Word* word = &words_[place / word_bits];
+  const std::uint32_t shift = place % word_bits;
+  if (shift + length <= word_bits) {
+    *word |= full >> (word_bits - length) << shift;
+    return;
+  }
+  *word++ |= full << shift;
+  length -= word_bits - shift;
+  for (; length > word_bits; length -= word_bits) *word++ = full;
+  *word |= full >> (word_bits - length);
+}
+
+bool Pixel_map::take_first(std::size_t& from, std::uint32_t& place) {
+  while (from < words_.size() && words_[from] == 0) ++from;
+  if (from == words_.size()) return false;
+  place = static_cast<std::uint32_t>(from) * word_bits +
+          static_cast<std::uint32_t>(lowest_bit(words_[from]));
+  words_[from] &= words_[from] - 1;
+  return true;
+}
+
+}  // namespace chart_trace

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace chart_trace {
+
+// A picture as a bitmap: the pixels of a point set that no group has taken yet. A place on the map
+// is row times stride plus column; the map has an empty column and row on each side, so that every
+// look around a pixel stays on it. Which coordinate is called column is the caller's choice.
+//
+// Rebuilding a coordinate from its place is exact: columns and rows lie whole numbers from the
+// first one, which is a multiple of 2^-10, and measure less than 2^29, so no sum here is rounded.
+class Pixel_map {
+ public:
+  using Word = std::uint64_t;
+  static constexpr std::uint32_t word_bits = 64;
+
+  // The map of a clean picture in raster order: row after row, left to right, no pixel twice, all
+  // whole steps of one apart. Nothing for every other set: one with a NaN or an infinity, a -0.0
+  // (which would come back as 0.0), another order, or so sparse that the map would be large for it.
+  // Cost: two passes.
+  static std::optional<Pixel_map> of_raster(const std::vector<double>& columns,
+                                            const std::vector<double>& rows);
+
+  // Takes the free pixels among the 64 from `place` on that `mask` names; bit k is place + k.
+  Word take(std::uint32_t place, Word mask) {
+    Word* const word = &words_[place / word_bits];
+    const std::uint32_t shift = place % word_bits;
+    const Word taken = (word[0] >> shift | word[1] << 1 << (word_bits - 1 - shift)) & mask;
+    if (taken == 0) return 0;
+    word[0] &= ~(taken << shift);
+    word[1] &= ~(taken >> 1 >> (word_bits - 1 - shift));
+    return taken;
+  }
+
+  // Takes the first free pixel from word `from` on, and moves `from` to its word; false if none is.
+  bool take_first(std::size_t& from, std::uint32_t& place);
+
+  std::uint32_t stride() const { return stride_; }
+  double left() const { return left_; }  // the column of places 0, stride, ...
+  double top() const { return top_; }    // the row of place 0
+
+ private:
+  Pixel_map(double left, double top, std::uint32_t stride, std::size_t rows)
+      : left_(left), top_(top), stride_(stride), words_(rows * (stride / word_bits) + 1) {}
+  bool paint(const std::vector<double>& columns, const std::vector<double>& rows);
+  void paint_run(std::uint32_t place, std::size_t length);
+
+  double left_;
+  double top_;
+  std::uint32_t stride_;  // a multiple of word_bits
+  std::vector<Word> words_;
+};
+
+}  // namespace chart_trace
