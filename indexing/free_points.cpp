@@ -86,15 +86,13 @@ void Free_points::form_crowds() {
   }
 }
 
-// The cell of a coordinate counted in cells, rounded down; where doubles are further apart than one
-// cell, each is a cell of its own, numbered by its bits, which rise with it.
+// The cell of a coordinate counted in cells, without its fraction, so that the cell at zero is twice
+// as wide. Where doubles are further apart than one cell, each is a cell of its own, numbered by its
+// bits, which rise with it.
 std::int64_t Free_points::cell_of(double coordinate) const {
   if (cells_in_one_ == 0.0) return 0;
   const double cells = coordinate * cells_in_one_;
-  if (std::fabs(cells) < largest_fraction) {
-    const auto whole = static_cast<std::int64_t>(cells);
-    return whole - (cells < static_cast<double>(whole) ? 1 : 0);
-  }
+  if (std::fabs(cells) < largest_fraction) return static_cast<std::int64_t>(cells);
   const std::int64_t cell = bits_of(std::fabs(cells)) - bits_of(largest_fraction) +
                             static_cast<std::int64_t>(largest_fraction);
   return cells < 0 ? -cell : cell;

@@ -68,6 +68,11 @@ class Point_writer {
 
 }  // namespace
 
+Pixel_flood::Pixel_flood(Pixel_map map) : map_(std::move(map)), queue_(64) {
+  const std::uint32_t down = map_.stride();
+  to_neighbour_ = {0 - down - 1, 0 - down, 0 - down + 1, ~0U, 0, 1, down - 1, down, down + 1};
+}
+
 bool Pixel_flood::next_group(std::vector<double>& columns, std::vector<double>& rows) {
   std::uint32_t seed = 0;
   if (!map_.take_first(seed_word_, seed)) return false;
@@ -81,12 +86,34 @@ bool Pixel_flood::next_group(std::vector<double>& columns, std::vector<double>& 
 void Pixel_flood::fill() {
   for (head_ = 0; head_ < end_; ++head_) {
     const Stretch stretch = queue_[head_];
-    if (stretch.length > 1) {
+    if (stretch.length == 1) {
+      take_around(stretch.place);
+    } else if (stretch.length > 1) {
       take_along(stretch);
     } else {
       take_down(stretch);
     }
   }
+}
+
+// On a line one pixel thick each pixel takes one other. Such pixels stay single: joining them would
+// save less than finding out whether they can be joined.
+void Pixel_flood::take_around(std::uint32_t place) {
+  const Word around = map_.around(place);
+  if (around != 0 && (around & (around - 1)) == 0) {
+    const std::uint32_t taken = place + to_neighbour_[first_of(around)];
+    map_.take_one(taken);
+    push({taken, 1});
+    return;
+  }
+  const std::uint32_t corner = place - 1;
+  const std::uint32_t stride = map_.stride();
+  const Word above = map_.take_three(corner - stride);
+  const Word own = map_.take_three(corner);
+  const Word below = map_.take_three(corner + stride);
+  queue_row(corner - stride, above);
+  queue_row(corner, own);
+  queue_row(corner + stride, below);
 }
 
 // Looks at no more pixels at a time than fit a word with a column on each side.
@@ -134,7 +161,7 @@ void Pixel_flood::take_down(Stretch stretch) {
   const std::uint32_t end =
       place + static_cast<std::uint32_t>(std::abs(stretch.length) + 2) * stride;
   while (place != end) {
-    const Word pixels = map_.take(place, 7);
+    const Word pixels = map_.take_three(place);
     if (pixels == 0 || (pixels & (pixels - 1)) != 0) {
       queue_row(place, pixels);
       place += stride;
@@ -144,7 +171,7 @@ void Pixel_flood::take_down(Stretch stretch) {
     std::int32_t length = 1;
     Word below = 0;
     for (place += stride; place != end; place += stride) {
-      below = map_.take(place, 7);
+      below = map_.take_three(place);
       if (below != pixels) break;
       ++length;
     }

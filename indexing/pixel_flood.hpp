@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -24,7 +25,7 @@ class Pixel_flood {
   // bound is at least 2^-10 nearer, which is not lost in rounding.
   static bool reaches_eight(double half) { return half >= 1.0 && half <= 2.0 - 1.0 / 1024; }
 
-  explicit Pixel_flood(Pixel_map map) : map_(std::move(map)), queue_(64) {}
+  explicit Pixel_flood(Pixel_map map);
 
   // Fills the group of the first free pixel; false when there is none left.
   bool next_group(std::vector<double>& columns, std::vector<double>& rows);
@@ -37,6 +38,7 @@ class Pixel_flood {
   };
 
   void fill();
+  void take_around(std::uint32_t place);
   void take_along(Stretch stretch);
   void take_down(Stretch stretch);
   void queue_columns(std::uint32_t corner, Pixel_map::Word above, Pixel_map::Word own,
@@ -48,7 +50,8 @@ class Pixel_flood {
   void write(std::vector<double>& columns, std::vector<double>& rows) const;
 
   Pixel_map map_;
-  std::size_t seed_word_ = 0;  // no pixel before it is free
+  std::array<std::uint32_t, 9> to_neighbour_;  // what to add to a place, in place order
+  std::size_t seed_word_ = 0;                  // no pixel before it is free
   std::vector<Stretch> queue_;
   std::size_t head_ = 0;  // the stretch in hand
   std::size_t end_ = 0;   // of the queue

@@ -24,6 +24,18 @@ Range range_of(const std::vector<double>& values) {
   return range;
 }
 
+// Whether a few values, evenly spread, are in rising order: other orders are told by them at once.
+bool seem_sorted(const std::vector<double>& values) {
+  constexpr std::size_t samples = 64;
+  double before = values.front();
+  for (std::size_t k = 1; k <= samples; ++k) {
+    const double value = values[(values.size() - 1) * k / samples];
+    if (value < before) return false;
+    before = value;
+  }
+  return true;
+}
+
 // Whether whole steps from `value` are exact, and few enough to be counted; not for NaN.
 bool is_exact(double value) {
   return std::fabs(value) < (1 << 29) && std::floor(value * 1024) == value * 1024;
@@ -49,9 +61,9 @@ bool has_negative_zero(const std::vector<double>& columns, const std::vector<dou
 std::optional<Pixel_map> Pixel_map::of_raster(const std::vector<double>& columns,
                                               const std::vector<double>& rows) {
   if (columns.empty() || !is_exact(rows.front()) || !is_exact(rows.back())) return std::nullopt;
+  if (!seem_sorted(rows)) return std::nullopt;
   const Range range = range_of(columns);
   if (!is_exact(range.low) || !is_exact(range.high)) return std::nullopt;
-  if (rows.back() < rows.front()) return std::nullopt;
   const auto width = static_cast<std::uint64_t>(range.high - range.low) + 3;
   const auto height = static_cast<std::uint64_t>(rows.back() - rows.front()) + 3;
   const std::uint64_t stride = (width + word_bits - 1) / word_bits * word_bits;
@@ -72,21 +84,21 @@ bool Pixel_map::paint(const std::vector<double>& columns, const std::vector<doub
   const double left = left_;
   const double top = top_;
   const double bottom = rows.back();
-  const std::uint64_t stride = stride_;
-  std::uint64_t next = 0;  // the first place behind the last run
+  const std::int64_t stride = stride_;
+  std::int64_t next = 0;  // the first place behind the last run
   bool is_clean = true;
   const auto paint_points = [&](std::size_t first, std::size_t last) {
     const double column = columns[first];
     const double row = rows[first];
     is_clean = is_clean && column > left && row > top && row <= bottom;  // neither is NaN
     if (!is_clean) return;
-    const auto right_of = static_cast<std::uint32_t>(column - left);
-    const auto below = static_cast<std::uint32_t>(row - top);
-    const std::uint64_t place = below * stride + right_of;
+    const auto right_of = static_cast<std::int32_t>(column - left);
+    const auto below = static_cast<std::int32_t>(row - top);
+    const std::int64_t place = below * stride + right_of;
     is_clean = left + right_of == column && top + below == row && place >= next &&
                !has_negative_zero(columns, rows, first, last);
     if (!is_clean) return;
-    next = place + (last - first);
+    next = place + static_cast<std::int64_t>(last - first);
     paint_run(static_cast<std::uint32_t>(place), last - first);
   };
   for_each_run(columns.data(), rows.data(), columns.size(), 1.0, paint_points);

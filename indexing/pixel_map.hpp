@@ -36,6 +36,31 @@ class Pixel_map {
     return taken;
   }
 
+  // The same for the three pixels from `place` on, which seldom lie in two words.
+  Word take_three(std::uint32_t place) {
+    const std::uint32_t shift = place % word_bits;
+    if (shift > word_bits - 3) return take(place, 7);
+    Word& word = words_[place / word_bits];
+    const Word taken = word >> shift & 7;
+    word ^= taken << shift;
+    return taken;
+  }
+
+  // The free pixels of three rows of three around `place`, a bit each in place order; may be none
+  // though there are some, when a row lies in two words.
+  Word around(std::uint32_t place) const {
+    const std::uint32_t corner = place - 1;
+    const std::uint32_t shift = corner % word_bits;
+    if (shift > word_bits - 3) return 0;
+    const Word* const own = &words_[corner / word_bits];
+    const std::uint32_t words_in_row = stride_ / word_bits;
+    const Word above = own[-static_cast<std::ptrdiff_t>(words_in_row)];
+    const Word below = own[words_in_row];
+    return (above >> shift & 7) | (*own >> shift & 7) << 3 | (below >> shift & 7) << 6;
+  }
+
+  void take_one(std::uint32_t place) { words_[place / word_bits] ^= Word{1} << place % word_bits; }
+
   // Takes the first free pixel from word `from` on, and moves `from` to its word; false if none is.
   bool take_first(std::size_t& from, std::uint32_t& place);
 

@@ -164,6 +164,19 @@ TEST(Fission_paths, combs_and_frames_equal_the_oracle) {
   }
 }
 
+// Rows that are reached over their whole width at once, wider than what is looked at as one.
+TEST(Fission_paths, a_triangle_from_its_tip_down_equals_the_oracle) {
+  Pixels set;
+  for (int y = 0; y < 70; ++y) {
+    for (int x = -y; x <= y; ++x) {
+      if (y > 40 && y < 45 && x % 9 == 0) continue;
+      set.x.push_back(x);
+      set.y.push_back(y);
+    }
+  }
+  EXPECT_TRUE(equals_oracle_both_ways(set, 1.0));
+}
+
 TEST(Fission_paths, pictures_anywhere_and_between_whole_numbers_equal_the_oracle) {
   const Pixels set = noise(8, 40, 30, 600);
   for (const double by : {-20.0, -3.0, 0.5, -7.25, 0.1, 1e6, 536870900.0, -536870912.0, 536870911.5,

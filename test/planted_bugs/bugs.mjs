@@ -687,11 +687,6 @@ export const bugs = {
       replace: 'column < last_column',
     },
     {
-      name: 'cells left of zero are rounded towards it',
-      find: 'return whole - (cells < static_cast<double>(whole) ? 1 : 0);',
-      replace: 'return whole;',
-    },
-    {
       name: 'a seed is taken twice',
       find: 'if (is_taken_[point->index] != 0) continue;',
       replace: '',
@@ -764,9 +759,9 @@ export const bugs = {
       replace: '',
     },
     {
-      name: 'points taken from a leaf stay in it',
+      name: 'a leaf loses the first point that is left in it',
       find: '    here.end = left;\n',
-      replace: '',
+      replace: '    here.end = left;\n    if (here.begin < left) ++here.begin;\n',
     },
   ],
 

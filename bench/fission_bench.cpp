@@ -1,0 +1,125 @@
+// Fission grouping, beside OpenCV's connected components of the same picture with one pass that
+// lists the pixels of each label; and on points that are no pixels.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <vector>
+#ifdef CHART_TRACE_OPENCV
+#include <opencv2/imgproc.hpp>
+#endif
+
+#include "bench/on_pixel_sets.hpp"
+#include "grouping/fission_algm.hpp"
+#include "test/oracle/oracle.hpp"
+
+namespace chart_trace_bench {
+namespace {
+
+void group(const Pixels& pixels, double step) {
+  const Fission_algm fission(pixels.x, pixels.y, step);
+  benchmark::DoNotOptimize(&fission);
+  benchmark::ClobberMemory();
+}
+
+bool equals_oracle(const Pixels& pixels, double step) {
+  const Fission_algm fission(pixels.x, pixels.y, step);
+  const oracle::Groups want = oracle::fission(pixels.x, pixels.y, step);
+  return same_bits(fission.x_groups_func(), want.x) && same_bits(fission.y_groups_func(), want.y);
+}
+
+const bool registered =
+    on_pixel_sets({"Fission_algm", [](const Pixels& pixels) { group(pixels, 1.0); },
+                   [](const Pixels& pixels) { return equals_oracle(pixels, 1.0); }});
+
+#ifdef CHART_TRACE_OPENCV
+// The picture is painted once; what is timed starts from it, as a reader of pictures would.
+const cv::Mat& picture_of(const Pixels& pixels) {
+  static const double* painted = nullptr;
+  static std::size_t count = 0;
+  static cv::Mat picture;
+  if (painted == pixels.x.data() && count == pixels.x.size()) return picture;
+  painted = pixels.x.data();
+  count = pixels.x.size();
+  const auto width = static_cast<int>(*std::max_element(pixels.x.begin(), pixels.x.end())) + 1;
+  const auto height = static_cast<int>(*std::max_element(pixels.y.begin(), pixels.y.end())) + 1;
+  picture = cv::Mat::zeros(height, width, CV_8U);
+  for (std::size_t i = 0; i < count; ++i) {
+    picture.at<std::uint8_t>(static_cast<int>(pixels.y[i]), static_cast<int>(pixels.x[i])) = 255;
+  }
+  cv::setNumThreads(1);
+  return picture;
+}
+
+void label_and_list(const Pixels& pixels) {
+  const cv::Mat& picture = picture_of(pixels);
+  cv::Mat labels;
+  const auto count = static_cast<std::size_t>(cv::connectedComponents(picture, labels, 8, CV_32S));
+  std::vector<std::vector<double>> x(count);
+  std::vector<std::vector<double>> y(count);
+  for (int row = 0; row < labels.rows; ++row) {
+    const int* const label = labels.ptr<int>(row);
+    for (int column = 0; column < labels.cols; ++column) {
+      if (label[column] == 0) continue;
+      x[static_cast<std::size_t>(label[column])].push_back(column);
+      y[static_cast<std::size_t>(label[column])].push_back(row);
+    }
+  }
+  benchmark::DoNotOptimize(x.data());
+  benchmark::DoNotOptimize(y.data());
+}
+
+const bool anchor_registered = on_pixel_sets({"Fission_algm:OpenCV",
+                                              label_and_list,
+                                              nullptr,
+                                              {all_shapes.begin(), all_shapes.end()},
+                                              {Order::raster},
+                                              {10'000, 100'000, 1'000'000}});
+#endif
+
+// Evenly distributed points, `spacing` steps apart on average; the last is a far outlier.
+Pixels cloud_of(std::size_t count, double spacing) {
+  Pixels points = random_points(count, spacing * std::sqrt(static_cast<double>(count)));
+  points.x.back() = 1e300;
+  points.y.front() = std::numeric_limits<double>::quiet_NaN();
+  return points;
+}
+
+void measure(benchmark::State& state, const Pixels& small, const Pixels& points, double step) {
+  if (!equals_oracle(small, step)) {
+    state.SkipWithError("the answer is wrong");
+    return;
+  }
+  group(points, step);
+  for (auto _ : state) group(points, step);
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(points.x.size()));
+}
+
+bool register_points() {
+  for (const double spacing : {0.7, 1.0, 2.0, 1e6}) {
+    for (const std::size_t count : {10'000U, 100'000U, 1'000'000U}) {
+      const std::string name = "Fission_points/cloud of spacing " + std::to_string(spacing) + '/' +
+                               std::to_string(count);
+      benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+        measure(state, cloud_of(2'000, spacing), cloud_of(count, spacing), 1.0);
+      });
+    }
+  }
+  benchmark::RegisterBenchmark("Fission_points/discs at fractional steps/100000",
+                               [](benchmark::State& state) {
+                                 Pixels discs = pixels_of(Shape::discs, Order::raster, 100'000);
+                                 for (double& x : discs.x) x *= 0.7;
+                                 for (double& y : discs.y) y *= 0.7;
+                                 measure(state, cloud_of(2'000, 0.7), discs, 0.7);
+                               });
+  return true;
+}
+
+const bool points_registered = register_points();
+
+}  // namespace
+}  // namespace chart_trace_bench
