@@ -4,13 +4,30 @@
 #include "grouping/fission_algm.hpp"
 
 #include <cstddef>
-#include <optional>
 
 #include "indexing/box.hpp"
 #include "indexing/free_points.hpp"
 #include "indexing/pixel_flood.hpp"
 #include "indexing/pixel_map.hpp"
+#include "indexing/shuffled_flood.hpp"
 #include "primitives/to_int32.hpp"
+
+namespace {
+
+// Adds the groups of a flood fill of pixels.
+template <typename Flood>
+void add_groups(Flood flood, std::vector<Group_of_arrays>& column_groups,
+                std::vector<Group_of_arrays>& row_groups) {
+  for (;;) {
+    std::vector<double> columns;
+    std::vector<double> rows;
+    if (!flood.next_group(columns, rows)) return;
+    column_groups.emplace_back(std::move(columns));
+    row_groups.emplace_back(std::move(rows));
+  }
+}
+
+}  // namespace
 
 Fission_algm::Fission_algm(std::vector<double> x, std::vector<double> y, double pixel_step)
     : x_points(std::move(x)), y_points(std::move(y)), pixel_step(pixel_step) {
@@ -21,23 +38,23 @@ Fission_algm::Fission_algm(std::vector<double> x, std::vector<double> y, double 
   y_points = {};
 }
 
-// The same for a clean picture in raster or column-major order; false for every other point set.
+// The same for a clean picture, row by row, column by column or in any order; false for every other
+// point set.
 bool Fission_algm::flood_picture(double side) {
   using chart_trace::Pixel_flood;
   using chart_trace::Pixel_map;
+  using chart_trace::Shuffled_flood;
   if (!Pixel_flood::reaches_eight(side * 0.5)) return false;
-  std::optional<Pixel_map> map = Pixel_map::of_raster(x_points, y_points);
-  const bool in_rows = map.has_value();
-  if (!in_rows) map = Pixel_map::of_raster(y_points, x_points);
-  if (!map) return false;
-  Pixel_flood flood(*std::move(map));
-  for (;;) {
-    std::vector<double> columns;
-    std::vector<double> rows;
-    if (!flood.next_group(columns, rows)) return true;
-    x_groups.emplace_back(std::move(in_rows ? columns : rows));
-    y_groups.emplace_back(std::move(in_rows ? rows : columns));
+  if (auto map = Pixel_map::of_raster(x_points, y_points)) {
+    add_groups(Pixel_flood(*std::move(map)), x_groups, y_groups);
+  } else if (auto turned = Pixel_map::of_raster(y_points, x_points)) {
+    add_groups(Pixel_flood(*std::move(turned)), y_groups, x_groups);
+  } else if (auto shuffled = Shuffled_flood::of(x_points, y_points)) {
+    add_groups(*std::move(shuffled), x_groups, y_groups);
+  } else {
+    return false;
   }
+  return true;
 }
 
 void Fission_algm::flood_points(double side) {

@@ -102,7 +102,7 @@ void Pixel_flood::take_around(std::uint32_t place) {
   const Word around = map_.around(place);
   if (around != 0 && (around & (around - 1)) == 0) {
     const std::uint32_t taken = place + to_neighbour_[first_of(around)];
-    map_.take_one(taken);
+    map_.flip(taken);
     push({taken, 1});
     return;
   }

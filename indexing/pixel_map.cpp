@@ -58,23 +58,40 @@ bool has_negative_zero(const std::vector<double>& columns, const std::vector<dou
 
 }  // namespace
 
-std::optional<Pixel_map> Pixel_map::of_raster(const std::vector<double>& columns,
-                                              const std::vector<double>& rows) {
-  if (columns.empty() || !is_exact(rows.front()) || !is_exact(rows.back())) return std::nullopt;
-  if (!seem_sorted(rows)) return std::nullopt;
-  const Range range = range_of(columns);
-  if (!is_exact(range.low) || !is_exact(range.high)) return std::nullopt;
-  const auto width = static_cast<std::uint64_t>(range.high - range.low) + 3;
-  const auto height = static_cast<std::uint64_t>(rows.back() - rows.front()) + 3;
+// An empty map for pixels within these bounds, of which two differ in nothing but whole steps.
+std::optional<Pixel_map> Pixel_map::framing(double left, double right, double top, double bottom,
+                                            std::size_t pixels) {
+  if (!is_exact(left) || !is_exact(right) || !is_exact(top) || !is_exact(bottom)) return {};
+  const auto width = static_cast<std::uint64_t>(right - left) + 3;
+  const auto height = static_cast<std::uint64_t>(bottom - top) + 3;
   const std::uint64_t stride = (width + word_bits - 1) / word_bits * word_bits;
   // 32 bytes a point; small pictures may be as sparse as they like.
-  const std::uint64_t most_pixels = 256 * std::uint64_t{columns.size()} + (1 << 20);
-  const std::uint64_t most_places = std::numeric_limits<std::uint32_t>::max();
-  if (stride * height > std::min(most_pixels, most_places)) return std::nullopt;
+  const std::uint64_t most_places = 256 * std::uint64_t{pixels} + (1 << 20);
+  const std::uint64_t largest_place = std::numeric_limits<std::uint32_t>::max();
+  if (stride * height > std::min(most_places, largest_place)) return {};
+  return Pixel_map(left - 1, top - 1, static_cast<std::uint32_t>(stride),
+                   static_cast<std::size_t>(height));
+}
+
+std::optional<Pixel_map> Pixel_map::of_raster(const std::vector<double>& columns,
+                                              const std::vector<double>& rows) {
+  if (columns.empty() || rows.back() < rows.front() || !seem_sorted(rows)) return {};
+  const Range range = range_of(columns);
   std::optional<Pixel_map> map =
-      Pixel_map(range.low - 1, rows.front() - 1, static_cast<std::uint32_t>(stride),
-                static_cast<std::size_t>(height));
-  if (!map->paint(columns, rows)) return std::nullopt;
+      framing(range.low, range.high, rows.front(), rows.back(), columns.size());
+  if (!map || !map->paint(columns, rows)) return {};
+  return map;
+}
+
+std::optional<Pixel_map> Pixel_map::of_any_order(const std::vector<double>& columns,
+                                                 const std::vector<double>& rows,
+                                                 std::vector<std::uint32_t>& places) {
+  if (columns.empty()) return {};
+  const Range across = range_of(columns);
+  const Range down = range_of(rows);
+  std::optional<Pixel_map> map =
+      framing(across.low, across.high, down.low, down.high, columns.size());
+  if (!map || !map->paint_each(columns, rows, places)) return {};
   return map;
 }
 
@@ -103,6 +120,26 @@ bool Pixel_map::paint(const std::vector<double>& columns, const std::vector<doub
   };
   for_each_run(columns.data(), rows.data(), columns.size(), 1.0, paint_points);
   return is_clean;
+}
+
+// The same for points in any order. Those that have been seen are on the map, so that a pixel that
+// comes twice is found there.
+bool Pixel_map::paint_each(const std::vector<double>& columns, const std::vector<double>& rows,
+                           std::vector<std::uint32_t>& places) {
+  places.reserve(columns.size());
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!(columns[i] > left_ && rows[i] > top_)) return false;  // a NaN
+    const auto right_of = static_cast<std::int32_t>(columns[i] - left_);
+    const auto below = static_cast<std::int32_t>(rows[i] - top_);
+    if (left_ + right_of != columns[i] || top_ + below != rows[i]) return false;
+    if (is_negative_zero(columns[i]) || is_negative_zero(rows[i])) return false;
+    const std::uint32_t place =
+        static_cast<std::uint32_t>(below) * stride_ + static_cast<std::uint32_t>(right_of);
+    if (is_free(place)) return false;
+    flip(place);
+    places.push_back(place);
+  }
+  return true;
 }
 
 void Pixel_map::paint_run(std::uint32_t place, std::size_t length) {

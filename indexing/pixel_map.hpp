@@ -25,6 +25,12 @@ class Pixel_map {
   static std::optional<Pixel_map> of_raster(const std::vector<double>& columns,
                                             const std::vector<double>& rows);
 
+  // The same for a picture in any order; the place of each point is appended to `places`. Cost:
+  // three passes, the last one in the order of the points all over the map.
+  static std::optional<Pixel_map> of_any_order(const std::vector<double>& columns,
+                                               const std::vector<double>& rows,
+                                               std::vector<std::uint32_t>& places);
+
   // Takes the free pixels among the 64 from `place` on that `mask` names; bit k is place + k.
   Word take(std::uint32_t place, Word mask) {
     Word* const word = &words_[place / word_bits];
@@ -59,11 +65,17 @@ class Pixel_map {
     return (above >> shift & 7) | (*own >> shift & 7) << 3 | (below >> shift & 7) << 6;
   }
 
-  void take_one(std::uint32_t place) { words_[place / word_bits] ^= Word{1} << place % word_bits; }
+  bool is_free(std::uint32_t place) const {
+    return (words_[place / word_bits] >> place % word_bits & 1) != 0;
+  }
+
+  // Takes a free pixel, or frees a taken one.
+  void flip(std::uint32_t place) { words_[place / word_bits] ^= Word{1} << place % word_bits; }
 
   // Takes the first free pixel from word `from` on, and moves `from` to its word; false if none is.
   bool take_first(std::size_t& from, std::uint32_t& place);
 
+  const std::vector<Word>& words() const { return words_; }
   std::uint32_t stride() const { return stride_; }
   double left() const { return left_; }  // the column of places 0, stride, ...
   double top() const { return top_; }    // the row of place 0
@@ -71,7 +83,11 @@ class Pixel_map {
  private:
   Pixel_map(double left, double top, std::uint32_t stride, std::size_t rows)
       : left_(left), top_(top), stride_(stride), words_(rows * (stride / word_bits) + 1) {}
+  static std::optional<Pixel_map> framing(double left, double right, double top, double bottom,
+                                          std::size_t pixels);
   bool paint(const std::vector<double>& columns, const std::vector<double>& rows);
+  bool paint_each(const std::vector<double>& columns, const std::vector<double>& rows,
+                  std::vector<std::uint32_t>& places);
   void paint_run(std::uint32_t place, std::size_t length);
 
   double left_;

@@ -177,6 +177,35 @@ TEST(Fission_paths, a_triangle_from_its_tip_down_equals_the_oracle) {
   EXPECT_TRUE(equals_oracle_both_ways(set, 1.0));
 }
 
+Pixels shuffled(Pixels set, std::uint64_t seed) {
+  Random random(seed);
+  for (std::size_t i = set.x.size(); i > 1; --i) {
+    const auto other = static_cast<std::size_t>(random.below(i));
+    std::swap(set.x[i - 1], set.x[other]);
+    std::swap(set.y[i - 1], set.y[other]);
+  }
+  return set;
+}
+
+// Across the words of the map, with one point that is no pixel of it, and with one that comes
+// twice.
+TEST(Fission_paths, pictures_in_any_order_equal_the_oracle) {
+  for (const int width : {1, 2, 61, 62, 63, 64, 65, 66, 128, 200}) {
+    for (const std::uint64_t per_mille : {50U, 400U, 600U, 1000U}) {
+      const Pixels picture = noise(per_mille, width, 1200 / width + 1, per_mille);
+      const Pixels set = moved(shuffled(picture, per_mille), -30.0, 5.0);
+      EXPECT_TRUE(equals_oracle(set, 1.0)) << width << " at " << per_mille;
+      EXPECT_TRUE(equals_oracle(moved(set, 0.5, -7.25), 1.0)) << width << " at " << per_mille;
+      for (const double odd : {-0.0, 3.5, 1e300, infinity, not_a_number, set.x.front()}) {
+        Pixels bent = set;
+        bent.x[set.x.size() / 2] = odd;
+        bent.y.back() = bent.y.front();
+        EXPECT_TRUE(equals_oracle_both_ways(bent, 1.0)) << width << " with " << odd;
+      }
+    }
+  }
+}
+
 TEST(Fission_paths, pictures_anywhere_and_between_whole_numbers_equal_the_oracle) {
   const Pixels set = noise(8, 40, 30, 600);
   for (const double by : {-20.0, -3.0, 0.5, -7.25, 0.1, 1e6, 536870900.0, -536870912.0, 536870911.5,

@@ -714,6 +714,21 @@ export const bugs = {
       find: 'left + right_of == column && ',
       replace: '',
     },
+    {
+      name: 'a fraction of a pixel is cut off in any order',
+      find: 'left_ + right_of != columns[i] || ',
+      replace: '',
+    },
+    {
+      name: 'the sign of a zero is lost in any order',
+      find: '    if (is_negative_zero(columns[i]) || is_negative_zero(rows[i])) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'a pixel that comes twice is no pixel',
+      find: '    if (is_free(place)) return false;\n',
+      replace: '',
+    },
   ],
 
   'indexing/pixel_flood.hpp': [
@@ -744,6 +759,19 @@ export const bugs = {
       name: 'a stretch down a column ends a row early',
       find: 'std::abs(stretch.length) + 2',
       replace: 'std::abs(stretch.length) + 1',
+    },
+  ],
+
+  'indexing/shuffled_flood.cpp': [
+    {
+      name: 'neighbours are taken in reading order',
+      find: '  if (queue_.size() - first > 1) queue_in_order(first);\n',
+      replace: '',
+    },
+    {
+      name: 'a rank counts the pixel itself',
+      find: '~(~Word{0} << place % word_bits)',
+      replace: '~(~Word{1} << place % word_bits)',
     },
   ],
 
