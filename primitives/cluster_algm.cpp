@@ -4,65 +4,74 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <optional>
 #include <utility>
 
+#include "indexing/nearest_squares.hpp"
+#include "indexing/pixel_tiles.hpp"
+#include "indexing/point_grid.hpp"
+#include "indexing/squared_distance.hpp"
 #include "primitives/to_int32.hpp"
 #include "primitives/vectors.hpp"
 
 using chart_trace::count_of;
-using chart_trace::mean_of;
+using chart_trace::Pixel_tiles;
+using chart_trace::Point_grid;
+using chart_trace::Taken_points;
 
 Cluster_algm::Cluster_algm(std::vector<double> x, std::vector<double> y, double cluster_fraction)
     : x_points(std::move(x)), y_points(std::move(y)), cluster_fraction(cluster_fraction) {
   const std::int32_t count = count_of(x_points);
-  const double radius = cluster_radius(count);
-  for (std::int32_t round = 0; round < count && !x_points.empty(); ++round) {
-    if (gather_cluster(radius)) continue;
-    // Nothing was taken, so nothing will be: the rounds that are left give NaN pairs.
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    x_centroids.resize(static_cast<std::size_t>(count), nan);
-    y_centroids.resize(static_cast<std::size_t>(count), nan);
-    return;
-  }
+  if (count < 1) return;
+  const double largest_square = chart_trace::largest_square_below(cluster_radius(count));
+  if (largest_square >= 0.0) gather_clusters(largest_square);
+  if (x_points.empty()) return;
+  // A round took nothing, so nothing will be taken: the rounds that are left give NaN pairs.
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  x_centroids.resize(static_cast<std::size_t>(count), nan);
+  y_centroids.resize(static_cast<std::size_t>(count), nan);
 }
 
 double Cluster_algm::cluster_radius(std::int32_t count) const {
-  std::vector<double> distances;
-  for (std::int32_t k = 1; k < count; ++k) {
-    const auto i = static_cast<std::size_t>(k);
-    const double dy = y_points[0] - y_points[i];
-    const double dx = x_points[0] - x_points[i];
-    distances.push_back(std::sqrt(dy * dy + dx * dx));
-  }
-  std::sort(distances.begin(), distances.end(),
-            [](double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); });
-  const std::int32_t length = count_of(distances);
+  const std::int32_t length = std::max(count - 1, 0);
   const std::int32_t taken = chart_trace::to_int32(std::ceil(length * cluster_fraction));
-  distances.resize(static_cast<std::size_t>(std::clamp(taken, 0, length)));
-  return mean_of(distances);
+  if (length < 1 || taken < 1) return std::numeric_limits<double>::quiet_NaN();
+  std::vector<double> distances =
+      chart_trace::nearest_squares(x_points, y_points, static_cast<std::size_t>(count),
+                                   static_cast<std::size_t>(std::min(taken, length)));
+  for (double& distance : distances) distance = std::sqrt(distance);
+  return chart_trace::mean_of(distances);
 }
 
-// Moves every point closer than `radius` to the first one out of the points left and records their
-// centroid; false, and nothing changed, when there is none.
-bool Cluster_algm::gather_cluster(double radius) {
-  const std::vector<double> distances = array_distances(x_points, y_points);
-  std::vector<double> x_taken;
-  std::vector<double> y_taken;
-  std::size_t left = 0;
-  for (std::size_t i = 0; i < x_points.size(); ++i) {
-    if (radius > distances[i]) {
-      x_taken.push_back(x_points[i]);
-      y_taken.push_back(y_points[i]);
-    } else {
-      x_points[left] = x_points[i];
-      y_points[left] = y_points[i];
-      ++left;
-    }
+// Takes cluster after cluster, each around the first point left, until none is left or a seed takes
+// nothing, and keeps the points that were not taken.
+void Cluster_algm::gather_clusters(double largest_square) {
+  if (auto pixels = Pixel_tiles::of(x_points, y_points, largest_square)) {
+    while (const auto cluster = pixels->take_next()) add_centroid(*cluster);
+    x_points.clear();
+    y_points.clear();
+    return;
   }
-  if (x_taken.empty()) return false;
+  Point_grid points(x_points, y_points);
+  std::size_t first = 0;
+  for (; first < x_points.size(); ++first) {
+    if (!points.holds(first)) continue;
+    const Taken_points cluster = points.take_near(first, largest_square);
+    if (cluster.count == 0) break;
+    add_centroid(cluster);
+  }
+  std::size_t left = 0;
+  for (std::size_t i = first; i < x_points.size(); ++i) {
+    if (!points.holds(i)) continue;
+    x_points[left] = x_points[i];
+    y_points[left] = y_points[i];
+    ++left;
+  }
   x_points.resize(left);
   y_points.resize(left);
-  x_centroids.push_back(mean_of(x_taken));
-  y_centroids.push_back(mean_of(y_taken));
-  return true;
+}
+
+void Cluster_algm::add_centroid(const Taken_points& cluster) {
+  x_centroids.push_back(cluster.x_sum / cluster.count);
+  y_centroids.push_back(cluster.y_sum / cluster.count);
 }

@@ -2,16 +2,16 @@
 
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <limits>
 #include <utility>
 
+#include "indexing/point_grid.hpp"
 #include "primitives/to_int32.hpp"
 
 namespace {
 
-// The stride that a density code stands for; 0 for a code that keeps nothing. Codes are names, not
-// quantities: they are compared exactly. 0.053 and 0.054 share stride 8 on purpose.
+// The stride that a density code stands for, a power of two; 0 for a code that keeps nothing. Codes
+// are names, not quantities: they are compared exactly. 0.053 and 0.054 share stride 8 on purpose.
 std::size_t stride_of(double density) {
   if (density == 0.05) return 1;
   if (density == 0.051) return 2;
@@ -22,29 +22,42 @@ std::size_t stride_of(double density) {
   return 0;
 }
 
-// The index of the point nearest to (x, y), the first of equals.
-std::size_t nearest_to(double x, double y, const std::vector<double>& xs,
-                       const std::vector<double>& ys) {
-  std::size_t nearest = 0;
-  double smallest = 0.0;
-  for (std::size_t i = 0; i < xs.size(); ++i) {
-    const double dy = y - ys[i];
-    const double dx = x - xs[i];
-    const double distance = std::sqrt(dy * dy + dx * dx);
-    if (i == 0 || smallest > distance) {
-      nearest = i;
-      smallest = distance;
-    }
-  }
-  return nearest;
-}
+// A walk over all points, from the first one always to the nearest one left.
+class Chain {
+ public:
+  using Point = chart_trace::Point_grid::Point;
 
-// Takes out element i; the others keep their order.
-double take_out(std::vector<double>& values, std::size_t i) {
-  const double value = values[i];
-  values.erase(values.begin() + static_cast<std::ptrdiff_t>(i));
-  return value;
-}
+  Chain(const std::vector<double>& x, const std::vector<double>& y)
+      : x_(x), y_(y), left_(x, y), current_(take_first()) {}
+
+  const Point& current() const { return current_; }
+
+  // Goes one step; false when no point is left.
+  bool step() {
+    while (first_left_ < x_.size() && !left_.holds(first_left_)) ++first_left_;
+    if (first_left_ == x_.size()) return false;
+    // The search for the smallest distance begins with the first point left: a NaN there stays the
+    // smallest, and so does an infinity when no distance is finite.
+    const double dy = current_.y - y_[first_left_];
+    const double dx = current_.x - x_[first_left_];
+    const bool is_nan = std::isnan(dy * dy + dx * dx);
+    const auto nearest = is_nan ? std::nullopt : left_.take_nearest(current_);
+    current_ = nearest ? *nearest : take_first();
+    return true;
+  }
+
+ private:
+  Point take_first() {
+    left_.take(first_left_);
+    return {x_[first_left_], y_[first_left_]};
+  }
+
+  const std::vector<double>& x_;
+  const std::vector<double>& y_;
+  chart_trace::Point_grid left_;
+  std::size_t first_left_ = 0;  // no point before it is left
+  Point current_;
+};
 
 }  // namespace
 
@@ -57,16 +70,15 @@ std::vector<Group_of_arrays> point_density(std::vector<double> x, std::vector<do
   std::vector<double> y_kept;
   const std::size_t stride = stride_of(density);
   if (stride != 0) {
-    std::size_t nearest = 0;  // the chain starts at the first point
-    for (std::size_t step = 0; !x.empty(); ++step) {
-      const double x_current = take_out(x, nearest);
-      const double y_current = take_out(y, nearest);
-      if (step % stride == 0) {
-        x_kept.push_back(x_current);
-        y_kept.push_back(y_current);
-      }
-      nearest = nearest_to(x_current, y_current, x, y);
-    }
+    x_kept.reserve(x.size() / stride + 1);
+    y_kept.reserve(x.size() / stride + 1);
+    Chain chain(x, y);
+    std::size_t step = 0;
+    do {
+      if ((step++ & (stride - 1)) != 0) continue;
+      x_kept.push_back(chain.current().x);
+      y_kept.push_back(chain.current().y);
+    } while (chain.step());
   }
   return {Group_of_arrays(std::move(x_kept)), Group_of_arrays(std::move(y_kept))};
 }

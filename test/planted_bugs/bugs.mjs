@@ -183,16 +183,6 @@ export const bugs = {
 
   'primitives/cluster_algm.cpp': [
     {
-      name: 'the distances are not sorted',
-      find: 'std::sort(distances.begin(), distances.end(),',
-      replace: 'std::sort(distances.begin(), distances.begin(),',
-    },
-    {
-      name: 'a NaN distance sorts first',
-      find: 'return a < b || (std::isnan(b) && !std::isnan(a));',
-      replace: 'return a < b || (std::isnan(a) && !std::isnan(b));',
-    },
-    {
       name: 'the number of distances is rounded down',
       find: 'std::ceil(length * cluster_fraction)',
       replace: 'std::floor(length * cluster_fraction)',
@@ -203,19 +193,19 @@ export const bugs = {
       replace: 'std::ceil(count * cluster_fraction)',
     },
     {
-      name: 'a point exactly at the radius is gathered',
-      find: 'radius > distances[i]',
-      replace: 'radius >= distances[i]',
-    },
-    {
-      name: 'the distance of the first point to itself counts',
-      find: 'std::int32_t k = 1; k < count',
-      replace: 'std::int32_t k = 0; k < count',
-    },
-    {
       name: 'a number of distances out of range is clamped before it is converted',
       find: 'chart_trace::to_int32(std::ceil(length * cluster_fraction))',
       replace: 'chart_trace::to_int32(std::fmin(std::ceil(length * cluster_fraction), length))',
+    },
+    {
+      name: 'clusters go on after a seed that takes nothing',
+      find: 'if (cluster.count == 0) break;',
+      replace: 'if (cluster.count == 0) continue;',
+    },
+    {
+      name: 'the points left over are those before the last seed',
+      find: 'for (std::size_t i = first; i < x_points.size(); ++i)',
+      replace: 'for (std::size_t i = first + 1; i < x_points.size(); ++i)',
     },
   ],
 
@@ -226,9 +216,9 @@ export const bugs = {
       replace: 'if (density == 0.054) return 12;',
     },
     {
-      name: '0.052 keeps every third point',
+      name: '0.052 keeps every second point',
       find: 'if (density == 0.052) return 4;',
-      replace: 'if (density == 0.052) return 3;',
+      replace: 'if (density == 0.052) return 2;',
     },
     {
       name: 'codes are compared in single precision',
@@ -236,14 +226,9 @@ export const bugs = {
       replace: 'if (static_cast<float>(density) == 0.05F) return 1;',
     },
     {
-      name: 'the last of equally near points is next',
-      find: 'smallest > distance',
-      replace: 'smallest >= distance',
-    },
-    {
       name: 'a NaN that stands first is passed over',
-      find: 'smallest > distance',
-      replace: '!(smallest <= distance)',
+      find: 'is_nan ? std::nullopt : left_.take_nearest(current_)',
+      replace: 'left_.take_nearest(current_)',
     },
     {
       name: 'of nothing there are two empty groups',
@@ -252,8 +237,194 @@ export const bugs = {
     },
     {
       name: 'the stride starts at the second point',
-      find: 'step % stride == 0',
-      replace: '(step + 1) % stride == 0',
+      find: '(step++ & (stride - 1)) != 0',
+      replace: '(++step & (stride - 1)) != 0',
+    },
+  ],
+
+  'indexing/nearest_squares.cpp': [
+    {
+      name: 'few squares are not sorted',
+      find: 'std::sort(squares.begin(), end);',
+      replace: 'std::sort(squares.begin(), squares.begin());',
+    },
+    {
+      name: 'many squares are sorted by the lower half of their bits',
+      find: 'return bits;',
+      replace: 'return bits & 0xffffffffU;',
+    },
+    {
+      name: 'what the sample promised is all there is',
+      find: 'if (nearest.size() < taken)',
+      replace: 'if (nearest.empty())',
+    },
+    {
+      name: 'the distance of the first point to itself counts',
+      find: 'for (std::size_t i = 1; i < count; ++i)',
+      replace: 'for (std::size_t i = 0; i < count; ++i)',
+    },
+    {
+      name: 'an infinite distance does not count',
+      find: 'if (square <= bound) found.push_back(square);',
+      replace: 'if (square <= bound && std::isfinite(square)) found.push_back(square);',
+    },
+  ],
+
+  'indexing/radix_sort.hpp': [
+    {
+      name: 'differences in the highest bits are not seen',
+      find: 'shift < 64 &&',
+      replace: 'shift < 53 &&',
+    },
+  ],
+
+  'indexing/squared_distance.hpp': [
+    {
+      name: 'a point exactly at the radius is gathered',
+      find: 'if (!(std::sqrt(next) < radius)) break;',
+      replace: 'if (!(std::sqrt(next) <= radius)) break;',
+    },
+    {
+      name: 'a square that underflows has no reach',
+      find: ' + 0x1p-536',
+      replace: '',
+    },
+    {
+      name: 'the reach is a little short',
+      find: '(1.0 + 0x1p-50)',
+      replace: '(1.0 - 0x1p-50)',
+    },
+  ],
+
+  'indexing/pixel_tile.hpp': [
+    {
+      name: 'the last row of a tile is not added up',
+      find: '0x0001020304050607',
+      replace: '0x0001020304050600',
+    },
+    {
+      name: 'the right half of a tile counts as the middle',
+      find: '4 * upper_quads',
+      replace: '2 * upper_quads',
+    },
+  ],
+
+  'indexing/pixel_tiles.cpp': [
+    {
+      name: 'a fraction passes for a whole number',
+      find: 'return (value + rounder) - rounder == value;',
+      replace: 'return std::isfinite(value);',
+    },
+    {
+      name: 'sums may grow beyond the exact whole numbers',
+      find: 'farthest * count <= exact_limit &&',
+      replace: 'farthest <= exact_limit &&',
+    },
+    {
+      name: 'a pixel that comes twice counts once',
+      find: 'return twice == 0;',
+      replace: 'return true;',
+    },
+    {
+      name: 'the first point of a run speaks for all',
+      find: 'whole &= is_whole(last);',
+      replace: 'whole &= is_whole(x[first]);',
+    },
+    {
+      name: 'sums of a picture that came by columns stay exchanged',
+      find: 'if (is_exchanged_) std::swap(taken.x_sum, taken.y_sum);',
+      replace: '',
+    },
+    {
+      name: 'a run ends with its first tile',
+      find: 'if (length == 0) return;',
+      replace: 'return;',
+    },
+    {
+      name: 'a tile that begins in the disc lies in it',
+      find: 'left + 7 > narrowest',
+      replace: 'left > narrowest',
+    },
+    {
+      name: 'the disc is cut at the 64th tile',
+      find: 'if (word == first / 64) marks',
+      replace: 'if (word >= first / 64) marks',
+    },
+    {
+      name: 'the disc ends one pixel early on the right',
+      find: 'std::clamp<std::int64_t>(half_width - dx, -1, 7)',
+      replace: 'std::clamp<std::int64_t>(half_width - 1 - dx, -1, 7)',
+    },
+    {
+      name: 'the disc stops a row of tiles early',
+      find: 'row <= last; ++row) take_from_row',
+      replace: 'row < last; ++row) take_from_row',
+    },
+  ],
+
+  'indexing/cell_grid.hpp': [
+    {
+      name: 'what lies beyond the last cell belongs to the first',
+      find: ': count - 1;',
+      replace: ': 0;',
+    },
+    {
+      name: 'a box is judged by its middle',
+      find: 'std::max(std::max(low - value, value - high), 0.0)',
+      replace: 'std::abs(value - (low * 0.5 + high * 0.5))',
+    },
+  ],
+
+  'indexing/point_grid.cpp': [
+    {
+      name: 'few gathered points are added up cell by cell',
+      find: 'std::sort(gathered_.begin(), gathered_.end());',
+      replace: 'std::sort(gathered_.begin(), gathered_.begin());',
+    },
+    {
+      name: 'many gathered points are added up from the back',
+      find: 'return i; });',
+      replace: 'return ~i; });',
+    },
+    {
+      name: 'the last of equally near points is next',
+      find: 'indices_[place] > indices_[search.place]',
+      replace: 'indices_[place] < indices_[search.place]',
+    },
+    {
+      name: 'squares decide, and not their roots, when the larger one comes later',
+      find: 'search.limit = square * (1.0 + 0x1p-50);',
+      replace: 'search.limit = square;',
+    },
+    {
+      name: 'squares decide, and not their roots, when the smaller one comes later',
+      find: 'search.surely_nearer = square * (1.0 - 0x1p-50);',
+      replace: 'search.surely_nearer = square;',
+    },
+    {
+      name: 'the search for the nearest ends after the cells around',
+      find: 'if (!(more_left || more_right || more_above || more_below)) return;',
+      replace: 'if (search.square < 9e307) return;',
+    },
+    {
+      name: 'the search for the nearest does not look further to the right',
+      find: 'seen.right + 1 < cells.columns && cells',
+      replace: 'seen.right + 1 < 1 && cells',
+    },
+    {
+      name: 'the search for the nearest ends a cell early above',
+      find: 'cells.row_of(centre.y - reach) < seen.top;',
+      replace: 'cells.row_of(centre.y - reach) < seen.top - 1;',
+    },
+    {
+      name: 'a point that was taken stays in its cell',
+      find: 'xs_[search.place] = nowhere;',
+      replace: '',
+    },
+    {
+      name: 'the last places of a crowded stretch are not looked at',
+      find: 'gather_between(starts_[cell], starts_[cell + 1], centre, largest_square);',
+      replace: 'gather_between(starts_[cell], starts_[cell], centre, largest_square);',
     },
   ],
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace chart_trace {
+
+// Distances compared by their squares. A distance is sqrt(dy * dy + dx * dx), each step rounded;
+// subtraction, multiplication, addition and root never decrease when what they are given grows, and
+// rounding keeps that. So the squares decide, as long as it is known which squares have which
+// roots: several neighbouring ones share one rounded root.
+
+// The largest square whose root lies below `radius`, so that a distance lies below `radius` just
+// when its square does not exceed this. Negative when there is none: `radius` is NaN or not above
+// 0. A finite number in every other case, an infinite radius included. Cost: a few roots.
+inline double largest_square_below(double radius) {
+  if (!(radius > 0.0)) return -1.0;
+  constexpr double largest = std::numeric_limits<double>::max();
+  double square = std::min(radius * radius, largest);
+  while (!(std::sqrt(square) < radius)) square = std::nextafter(square, 0.0);
+  while (square < largest) {
+    const double next = std::nextafter(square, largest);
+    if (!(std::sqrt(next) < radius)) break;
+    square = next;
+  }
+  return square;
+}
+
+// A length that no coordinate difference of two points exceeds whose square is at most `square`.
+// The factor outweighs the roundings, the summand what a square loses when it underflows.
+inline double reach_of(double square) { return std::sqrt(square) * (1.0 + 0x1p-50) + 0x1p-536; }
+
+}  // namespace chart_trace
