@@ -864,8 +864,8 @@ export const bugs = {
     },
     {
       name: 'the right edge of a box is outside',
-      find: 'box.right >= point.x',
-      replace: 'box.right > point.x',
+      find: '_mm_cmpge_pd(upper, point)',
+      replace: '_mm_cmpgt_pd(upper, point)',
     },
   ],
 
