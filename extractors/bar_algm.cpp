@@ -15,11 +15,12 @@ Bar_algm::Bar_algm(std::vector<double> x, std::vector<double> y, double pixel_st
   y_groups = std::move(groups.y);
   group_count = chart_trace::count_of(x_groups);
   for (std::int32_t k = 0; k < group_count; ++k) {
-    const std::vector<double>& gx = x_groups[static_cast<std::size_t>(k)].view();
-    const std::vector<double>& gy = y_groups[static_cast<std::size_t>(k)].view();
-    x_vertical.push_back(chart_trace::mean_of(gx));
-    y_vertical.push_back(chart_trace::extremes_of(gy).min);
-    x_horizontal.push_back(chart_trace::extremes_of(gx).max);
-    y_horizontal.push_back(chart_trace::mean_of(gy));
+    const auto group = static_cast<std::size_t>(k);
+    const chart_trace::Group_figures figures =
+        chart_trace::figures_of(x_groups[group].view(), y_groups[group].view());
+    x_vertical.push_back(figures.mean_x);
+    y_vertical.push_back(figures.y.min);
+    x_horizontal.push_back(figures.x.max);
+    y_horizontal.push_back(figures.mean_y);
   }
 }

@@ -46,13 +46,14 @@ void Points_curves_algm::sort_out_groups() {
   for (std::int32_t k = 0; k < num_groups; ++k) {
     const std::vector<double>& gx = x_groups[static_cast<std::size_t>(k)].view();
     const std::vector<double>& gy = y_groups[static_cast<std::size_t>(k)].view();
-    if (!chart_trace::is_solid_filled(gx, gy, pixel_step)) {
+    const chart_trace::Group_figures figures = chart_trace::figures_of(gx, gy);
+    if (!chart_trace::is_solid_filled(figures.x, figures.y, gx.size(), pixel_step)) {
       append(x_curves, gx);
       append(y_curves, gy);
       continue;
     }
-    x_centres.push_back(chart_trace::mean_of(gx));
-    y_centres.push_back(chart_trace::mean_of(gy));
+    x_centres.push_back(figures.mean_x);
+    y_centres.push_back(figures.mean_y);
     x_points_curves.push_back(x_centres.back());
     y_points_curves.push_back(y_centres.back());
   }

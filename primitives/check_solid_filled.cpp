@@ -4,13 +4,11 @@
 #include <cstdint>
 
 #include "primitives/to_int32.hpp"
-#include "primitives/vectors.hpp"
 
 namespace {
 
-// The length of the interval that `values` span, in whole cells, rounded up.
-std::int32_t extent_in_cells(const std::vector<double>& values, double cell_size) {
-  const chart_trace::Extremes extremes = chart_trace::extremes_of(values);
+// The length of the interval between the extremes, in whole cells, rounded up.
+std::int32_t extent_in_cells(const chart_trace::Extremes& extremes, double cell_size) {
   return chart_trace::to_int32(std::ceil((extremes.max - extremes.min) / cell_size));
 }
 
@@ -24,21 +22,22 @@ bool is_line(std::int32_t cells, float ratio) {
 }  // namespace
 
 bool check_solid_filled(std::vector<double> x, std::vector<double> y, double cell_size) {
-  return chart_trace::is_solid_filled(x, y, cell_size);
+  using chart_trace::extremes_of;
+  return chart_trace::is_solid_filled(extremes_of(x), extremes_of(y), x.size(), cell_size);
 }
 
 namespace chart_trace {
 
-bool is_solid_filled(const std::vector<double>& x, const std::vector<double>& y, double cell_size) {
+bool is_solid_filled(const Extremes& x, const Extremes& y, std::size_t count, double cell_size) {
   const std::int32_t columns = extent_in_cells(x, cell_size);
   const std::int32_t rows = extent_in_cells(y, cell_size);
   const double width = columns;
   const double height = rows;
   if (is_line(columns, static_cast<float>(height / width))) return false;
   if (is_line(rows, static_cast<float>(width / height))) return false;
-  if (x.size() < 4) return true;
+  if (count < 4) return true;
   const double cells = wrapping_product(columns, rows);
-  const auto fill = static_cast<float>(static_cast<double>(x.size()) / cells);
+  const auto fill = static_cast<float>(static_cast<double>(count) / cells);
   return static_cast<double>(fill) > 0.65;
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
+
+#include "primitives/vectors.hpp"
 
 // Whether a pixel group is a compact, densely filled blob, a marker of a scatter chart, rather than
 // a thin line, a piece of a curve. The group is measured in cells of `cell_size`: it must not be
@@ -14,7 +17,7 @@ bool check_solid_filled(std::vector<double> x, std::vector<double> y, double cel
 
 namespace chart_trace {
 
-// The same, for a group that is only looked at.
-bool is_solid_filled(const std::vector<double>& x, const std::vector<double>& y, double cell_size);
+// The same for `count` points, of which no more than the extremes are needed.
+bool is_solid_filled(const Extremes& x, const Extremes& y, std::size_t count, double cell_size);
 
 }  // namespace chart_trace

@@ -74,4 +74,22 @@ Extremes extremes_of(const std::vector<double>& values) {
   return extremes;
 }
 
+Group_figures figures_of(const std::vector<double>& x, const std::vector<double>& y) {
+  const std::int32_t count = count_of(x);
+  if (count < 1) return {mean_of(x), mean_of(y), extremes_of(x), extremes_of(y)};
+  double sum_x = 0.0;
+  double sum_y = 0.0;
+  Extremes in_x{x[0], x[0]};
+  Extremes in_y{y[0], y[0]};
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    sum_x += x[i];
+    sum_y += y[i];
+    in_x.min = x[i] < in_x.min ? x[i] : in_x.min;
+    in_x.max = x[i] > in_x.max ? x[i] : in_x.max;
+    in_y.min = y[i] < in_y.min ? y[i] : in_y.min;
+    in_y.max = y[i] > in_y.max ? y[i] : in_y.max;
+  }
+  return {sum_x / count, sum_y / count, in_x, in_y};
+}
+
 }  // namespace chart_trace

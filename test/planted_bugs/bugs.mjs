@@ -161,8 +161,8 @@ export const bugs = {
     },
     {
       name: 'four points are few enough',
-      find: 'if (x.size() < 4) return true;',
-      replace: 'if (x.size() <= 4) return true;',
+      find: 'if (count < 4) return true;',
+      replace: 'if (count <= 4) return true;',
     },
     {
       name: 'the product of the counts does not wrap',
@@ -171,8 +171,8 @@ export const bugs = {
     },
     {
       name: 'the fill stays double',
-      find: 'const auto fill = static_cast<float>(static_cast<double>(x.size()) / cells);',
-      replace: 'const double fill = static_cast<double>(x.size()) / cells;',
+      find: 'const auto fill = static_cast<float>(static_cast<double>(count) / cells);',
+      replace: 'const double fill = static_cast<double>(count) / cells;',
     },
     {
       name: 'exactly 65 percent is filled',
@@ -1122,8 +1122,8 @@ export const bugs = {
     },
     {
       name: 'the cell size is always 1',
-      find: 'is_solid_filled(gx, gy, pixel_step)',
-      replace: 'is_solid_filled(gx, gy, 1.0)',
+      find: 'gx.size(), pixel_step)',
+      replace: 'gx.size(), 1.0)',
     },
     {
       name: 'the curve is not added to points and curve',
@@ -1138,7 +1138,7 @@ export const bugs = {
     },
     {
       name: 'the height of a marker is that of its first pixel',
-      find: 'y_centres.push_back(chart_trace::mean_of(gy));',
+      find: 'y_centres.push_back(figures.mean_y);',
       replace: 'y_centres.push_back(gy.front());',
     },
     {
@@ -1151,24 +1151,23 @@ export const bugs = {
   'extractors/bar_algm.cpp': [
     {
       name: 'a vertical bar ends at its largest y',
-      find: 'chart_trace::extremes_of(gy).min',
-      replace: 'chart_trace::extremes_of(gy).max',
+      find: 'figures.y.min',
+      replace: 'figures.y.max',
     },
     {
       name: 'a horizontal bar ends at its smallest x',
-      find: 'chart_trace::extremes_of(gx).max',
-      replace: 'chart_trace::extremes_of(gx).min',
+      find: 'figures.x.max',
+      replace: 'figures.x.min',
     },
     {
       name: 'the middle is that of the extremes and not the mean',
-      find: 'x_vertical.push_back(chart_trace::mean_of(gx));',
-      replace:
-        'x_vertical.push_back((chart_trace::extremes_of(gx).min + chart_trace::extremes_of(gx).max) * 0.5);',
+      find: 'x_vertical.push_back(figures.mean_x);',
+      replace: 'x_vertical.push_back((figures.x.min + figures.x.max) * 0.5);',
     },
     {
       name: 'x and y of a horizontal bar are mixed up',
-      find: 'y_horizontal.push_back(chart_trace::mean_of(gy));',
-      replace: 'y_horizontal.push_back(chart_trace::mean_of(gx));',
+      find: 'y_horizontal.push_back(figures.mean_y);',
+      replace: 'y_horizontal.push_back(figures.mean_x);',
     },
   ],
 
