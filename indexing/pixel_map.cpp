@@ -58,17 +58,16 @@ bool has_negative_zero(const std::vector<double>& columns, const std::vector<dou
 
 }  // namespace
 
-// An empty map for pixels within these bounds, of which two differ in nothing but whole steps.
+// An empty map for pixels within these bounds; nothing when it would have more than `most_places`.
+// Small pictures may be as sparse as they like.
 std::optional<Pixel_map> Pixel_map::framing(double left, double right, double top, double bottom,
-                                            std::size_t pixels) {
+                                            std::uint64_t most_places) {
   if (!is_exact(left) || !is_exact(right) || !is_exact(top) || !is_exact(bottom)) return {};
   const auto width = static_cast<std::uint64_t>(right - left) + 3;
   const auto height = static_cast<std::uint64_t>(bottom - top) + 3;
   const std::uint64_t stride = (width + word_bits - 1) / word_bits * word_bits;
-  // 32 bytes a point; small pictures may be as sparse as they like.
-  const std::uint64_t most_places = 256 * std::uint64_t{pixels} + (1 << 20);
   const std::uint64_t largest_place = std::numeric_limits<std::uint32_t>::max();
-  if (stride * height > std::min(most_places, largest_place)) return {};
+  if (stride * height > std::min(most_places + (1 << 20), largest_place)) return {};
   return Pixel_map(left - 1, top - 1, static_cast<std::uint32_t>(stride),
                    static_cast<std::size_t>(height));
 }
@@ -78,7 +77,7 @@ std::optional<Pixel_map> Pixel_map::of_raster(const std::vector<double>& columns
   if (columns.empty() || rows.back() < rows.front() || !seem_sorted(rows)) return {};
   const Range range = range_of(columns);
   std::optional<Pixel_map> map =
-      framing(range.low, range.high, rows.front(), rows.back(), columns.size());
+      framing(range.low, range.high, rows.front(), rows.back(), 256 * columns.size());
   if (!map || !map->paint(columns, rows)) return {};
   return map;
 }
@@ -90,7 +89,7 @@ std::optional<Pixel_map> Pixel_map::of_any_order(const std::vector<double>& colu
   const Range across = range_of(columns);
   const Range down = range_of(rows);
   std::optional<Pixel_map> map =
-      framing(across.low, across.high, down.low, down.high, columns.size());
+      framing(across.low, across.high, down.low, down.high, 128 * columns.size());
   if (!map || !map->paint_each(columns, rows, places)) return {};
   return map;
 }

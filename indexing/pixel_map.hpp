@@ -20,13 +20,13 @@ class Pixel_map {
 
   // The map of a clean picture in raster order: row after row, left to right, no pixel twice, all
   // whole steps of one apart. Nothing for every other set: one with a NaN or an infinity, a -0.0
-  // (which would come back as 0.0), another order, or so sparse that the map would be large for it.
-  // Cost: two passes.
+  // (which would come back as 0.0), another order, or so sparse that the map would take more
+  // than 32 bytes a point. Cost: two passes.
   static std::optional<Pixel_map> of_raster(const std::vector<double>& columns,
                                             const std::vector<double>& rows);
 
-  // The same for a picture in any order; the place of each point is appended to `places`. Cost:
-  // three passes, the last one in the order of the points all over the map.
+  // The same for a picture in any order, in half the memory; the place of each point is appended to
+  // `places`. Cost: three passes, the last one in the order of the points all over the map.
   static std::optional<Pixel_map> of_any_order(const std::vector<double>& columns,
                                                const std::vector<double>& rows,
                                                std::vector<std::uint32_t>& places);
@@ -84,7 +84,7 @@ class Pixel_map {
   Pixel_map(double left, double top, std::uint32_t stride, std::size_t rows)
       : left_(left), top_(top), stride_(stride), words_(rows * (stride / word_bits) + 1) {}
   static std::optional<Pixel_map> framing(double left, double right, double top, double bottom,
-                                          std::size_t pixels);
+                                          std::uint64_t most_places);
   bool paint(const std::vector<double>& columns, const std::vector<double>& rows);
   bool paint_each(const std::vector<double>& columns, const std::vector<double>& rows,
                   std::vector<std::uint32_t>& places);
