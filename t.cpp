@@ -312,9 +312,11 @@ bool read_points(napi_env env, napi_value x_values, napi_value y_values, double 
     reserve_for(env, x_values, rounded_up, points.x);
     reserve_for(env, y_values, rounded_up, points.y);
     constexpr double capacity = Stretch_reader::capacity;
-    for (double first = 0.0; first < rounded_up; first += capacity) {
+    double first = 0.0;
+    while (first < rounded_up) {
       const double last = std::min(rounded_up, first + capacity);
       if (!reader->read(env, x_values, y_values, first, last, points)) return false;
+      first = last;
     }
     return true;
   }
