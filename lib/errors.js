@@ -41,3 +41,32 @@ export class LimitError extends RangeError {
     this.hint = hint;
   }
 }
+
+/**
+ * Refuses an argument.
+ * @param {string} what
+ * @param {string} expected
+ * @param {unknown} received
+ * @param {string} [hint]
+ * @returns {never}
+ */
+export function refuse(what, expected, received, hint) {
+  const message = `Expected ${what} to be ${expected}, but received ${inWords(received)}.`;
+  throw new ChartTraceError(message, { code: 'ERR_ARGUMENT', expected, received, hint });
+}
+
+/**
+ * Shows a value in a message: nothing long, and whatever it is, no failure.
+ * @param {unknown} received
+ */
+function inWords(received) {
+  if (typeof received === 'string') return `'${received}'`;
+  if (typeof received !== 'object' || received === null) return String(received);
+  try {
+    const text = JSON.stringify(received);
+    if (text.length <= 100) return text;
+  } catch {
+    // Circular, or with a toJSON that throws: its kind says enough.
+  }
+  return Object.prototype.toString.call(received);
+}

@@ -1,9 +1,10 @@
 // The options of a trace in plain words, checked and turned into what the native function is given.
 
 import { makeAxes } from './axes.js';
+import { refuse } from './errors.js';
 import { OPPOSITE } from './mirror.js';
 import { findMode, MODES, modeOf } from './modes.js';
-import { checkNumber, refuse } from './tracing.js';
+import { checkNumber } from './tracing.js';
 
 /** @typedef {import('./modes.js').Kind} Kind */
 /** @typedef {import('./modes.js').Grouping} Grouping */

@@ -1,5 +1,7 @@
 // Picks the pixels of one colour out of a picture, in the order the grouping methods want them.
 
+import { clip } from './masks.js';
+
 /**
  * A picture as plain data.
  * @typedef {object} Picture
@@ -10,17 +12,12 @@
  */
 
 /**
- * A rectangle of pixel positions. The centre of the top left pixel is (0, 0), y grows downwards,
- * and a pixel is inside when its centre is, edges included.
- * @typedef {{left: number, top: number, right: number, bottom: number}} Box
- */
-
-/**
  * A set of points, x and y in parallel.
  * @typedef {{x: Float64Array, y: Float64Array}} Points
  */
 
 /** @typedef {import('./colours.js').Rgb} Rgb */
+/** @typedef {import('./masks.js').Box} Box */
 
 /**
  * Selects the pixels whose colour is that of a series. Alpha is not looked at: a decoded picture
@@ -48,22 +45,6 @@ export function selectPixels(picture, colour, { tolerance = 0, box } = {}) {
     }
   }
   return { x: Float64Array.from(x), y: Float64Array.from(y) };
-}
-
-/**
- * The whole columns and rows of a picture that lie inside a box.
- * @param {Box | undefined} box
- * @param {Picture} picture
- * @returns {Box}
- */
-function clip(box, { width, height }) {
-  if (!box) return { left: 0, top: 0, right: width - 1, bottom: height - 1 };
-  return {
-    left: Math.max(0, Math.ceil(box.left)),
-    top: Math.max(0, Math.ceil(box.top)),
-    right: Math.min(width - 1, Math.floor(box.right)),
-    bottom: Math.min(height - 1, Math.floor(box.bottom)),
-  };
 }
 
 /**

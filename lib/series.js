@@ -1,12 +1,12 @@
 // From a picture, or the pixels of a series, to the points of the series in pixels and in values.
 
 import { formatColour, parseColour } from './colours.js';
-import { ChartTraceError, LimitError } from './errors.js';
+import { ChartTraceError, LimitError, refuse } from './errors.js';
 import { traceKind } from './kinds.js';
 import { MODES } from './modes.js';
 import { planOf } from './options.js';
 import { selectPixels } from './pixels.js';
-import { MAX_PIXELS, refuse, tracePixels } from './tracing.js';
+import { MAX_PIXELS, tracePixels } from './tracing.js';
 
 /** @typedef {import('./axes.js').AxisValue} AxisValue */
 /** @typedef {import('./axes.js').Pair} Pair */

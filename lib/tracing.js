@@ -1,6 +1,6 @@
 // The native function behind checked arguments, its result split into x and y.
 
-import { ChartTraceError, LimitError } from './errors.js';
+import { LimitError, refuse } from './errors.js';
 import { findMode, splitResult } from './modes.js';
 import { trace } from './native.js';
 
@@ -44,20 +44,6 @@ export function tracePixels(pixels, mode, { pixelStep = 1, clusterFraction = 0.0
     );
   const flat = trace(x, y, x.length, pixelStep, mode, clusterFraction);
   return splitResult(mode, flat, look);
-}
-
-/**
- * Refuses an argument.
- * @param {string} what
- * @param {string} expected
- * @param {unknown} received
- * @param {string} [hint]
- * @returns {never}
- */
-export function refuse(what, expected, received, hint) {
-  const shown = typeof received === 'string' ? `'${received}'` : String(received);
-  const message = `Expected ${what} to be ${expected}, but received ${shown}.`;
-  throw new ChartTraceError(message, { code: 'ERR_ARGUMENT', expected, received, hint });
 }
 
 /**
