@@ -1,6 +1,7 @@
 // Decodes picture files into plain data and writes pictures. The one module that knows the decoder,
 // sharp, which is an optional dependency: tracing pixels that a program already has needs none.
 import { writeFile } from 'node:fs/promises';
+import { ChartTraceError, LimitError } from './errors.js';
 
 /** @typedef {import('./pixels.js').Picture} Picture */
 
@@ -13,13 +14,53 @@ import { writeFile } from 'node:fs/promises';
  */
 export async function decodePicture(source, { page = '#ffffff', maxPixels = 100e6 } = {}) {
   const sharp = await loadSharp();
-  const { data, info } = await sharp(source, { limitInputPixels: maxPixels })
-    .flatten({ background: page })
-    .toColourspace('srgb')
-    .ensureAlpha()
-    .raw()
-    .toBuffer({ resolveWithObject: true });
-  return { width: info.width, height: info.height, data };
+  try {
+    const { data, info } = await sharp(source, { limitInputPixels: maxPixels })
+      .flatten({ background: page })
+      .toColourspace('srgb')
+      .ensureAlpha()
+      .raw()
+      .toBuffer({ resolveWithObject: true });
+    return { width: info.width, height: info.height, data };
+  } catch (error) {
+    const { width, height } = await statedSize(sharp, source);
+    throw width * height > maxPixels ? tooLarge(width, height, maxPixels) : noPicture(error);
+  }
+}
+
+/**
+ * The size that a picture says it has, 0 where it says none. Only its header is read.
+ * @param {typeof import('sharp').default} sharp
+ * @param {string | Uint8Array} source
+ */
+async function statedSize(sharp, source) {
+  try {
+    return await sharp(source, { limitInputPixels: false }).metadata();
+  } catch {
+    return { width: 0, height: 0 };
+  }
+}
+
+/**
+ * @param {number} width
+ * @param {number} height
+ * @param {number} maxPixels
+ */
+const tooLarge = (width, height, maxPixels) =>
+  new LimitError(`The picture is too large: ${width} x ${height} pixels.`, {
+    expected: `at most ${maxPixels} pixels`,
+    received: width * height,
+    hint: 'Scale the picture down, or cut the chart out of it.',
+  });
+
+/** @param {any} error The decoder's. */
+function noPicture(error) {
+  const [reason] = String(error.message).trim().replace(/:$/, '').split('\n');
+  return new ChartTraceError(`The picture cannot be decoded: ${reason}.`, {
+    code: 'ERR_PICTURE',
+    expected: 'a picture that is whole: PNG, JPEG, WebP, TIFF, GIF, SVG or AVIF',
+    cause: error,
+  });
 }
 
 /**
@@ -52,9 +93,14 @@ async function loadSharp() {
   } catch (error) {
     // A sharp that is there but cannot be loaded has its own, more exact message.
     if (/** @type {NodeJS.ErrnoException} */ (error).code !== 'ERR_MODULE_NOT_FOUND') throw error;
-    throw new Error(
-      'Decoding a picture needs the package sharp, which is not installed: run `npm install sharp`.',
-      { cause: error },
+    throw new ChartTraceError(
+      'Decoding a picture needs the package sharp, which is not installed.',
+      {
+        code: 'ERR_DECODER_MISSING',
+        expected: 'the package sharp',
+        hint: 'Run `npm install sharp`.',
+        cause: error,
+      },
     );
   }
 }

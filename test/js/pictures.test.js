@@ -24,8 +24,15 @@ test('transparent pixels show the page colour', async () => {
   assert.ok(data[0] === 127 || data[0] === 128, `${data[0]}`);
 });
 
-test('a picture with too many pixels is refused', async () => {
-  await assert.rejects(decodePicture(redPixel, { maxPixels: 5 }), /pixel limit/);
+test('a picture with too many pixels is refused, whatever it would take to decode it', async () => {
+  await assert.rejects(decodePicture(redPixel, { maxPixels: 5 }), {
+    name: 'LimitError',
+    code: 'ERR_LIMIT',
+    expected: 'at most 5 pixels',
+    received: 6,
+  });
+  const enormous = svg('').toString().replace('"3"', '"30000"').replace('"2"', '"20000"');
+  await assert.rejects(decodePicture(Buffer.from(enormous)), /too large: 30000 x 20000 pixels/);
   await decodePicture(redPixel, { maxPixels: 6 });
 });
 
@@ -41,6 +48,24 @@ test('a drawing is laid over the picture', async () => {
   assert.deepEqual([...data.subarray(0, 8)], [0, 0, 0, 255, 255, 0, 0, 255]);
 });
 
+const whole = await encodePng({ width: 50, height: 50, data: new Uint8Array(10_000).fill(99) });
+for (const [what, content] of /** @type {const} */ ([
+  ['nothing', Buffer.alloc(0)],
+  ['text', Buffer.from('no picture')],
+  ['a drawing without an end', Buffer.from('<svg xmlns="http://www.w3.org/2000/svg"')],
+  ['the beginning of a picture', whole.subarray(0, 40)],
+  ['a picture without its end', whole.subarray(0, whole.length - 30)],
+  ['a file that is not there', '/none/such.png'],
+]))
+  test(`${what} is no picture`, async () => {
+    const refusal = {
+      name: 'ChartTraceError',
+      code: 'ERR_PICTURE',
+      message: /cannot be decoded: /,
+    };
+    await assert.rejects(decodePicture(content), refusal);
+  });
+
 test('without sharp, decoding says what to install', async (t) => {
   const folder = mkdtempSync(join(tmpdir(), 'chart-trace-'));
   t.after(() => rmSync(folder, { recursive: true }));
@@ -49,5 +74,9 @@ test('without sharp, decoding says what to install', async (t) => {
   });
   writeFileSync(join(folder, 'package.json'), '{"type": "module"}');
   const alone = await import(pathToFileURL(join(folder, 'lib', 'pictures.js')).href);
-  await assert.rejects(alone.decodePicture(redPixel), /package sharp.*npm install sharp/s);
+  await assert.rejects(alone.decodePicture(redPixel), {
+    code: 'ERR_DECODER_MISSING',
+    message: /package sharp/,
+    hint: /npm install sharp/,
+  });
 });
