@@ -70,3 +70,13 @@ function inWords(received) {
   }
   return Object.prototype.toString.call(received);
 }
+
+/**
+ * @param {string} name
+ * @param {unknown} value
+ * @param {boolean} fits
+ * @param {string} expected
+ */
+export function checkNumber(name, value, fits, expected) {
+  if (typeof value !== 'number' || !Number.isFinite(value) || !fits) refuse(name, expected, value);
+}

@@ -11,6 +11,11 @@
 /** @typedef {import('./pixels.js').Box} Box */
 /** @typedef {import('./pixels.js').Picture} Picture */
 /** @typedef {import('./pixels.js').Points} Points */
+/** @typedef {import('./reports/report.js').ErrorReport} ErrorReport */
+/** @typedef {import('./reports/report.js').ImageReport} ImageReport */
+/** @typedef {import('./reports/report.js').ImageResult} ImageResult */
+/** @typedef {import('./reports/report.js').Report} Report */
+/** @typedef {import('./reports/report.js').SeriesReport} SeriesReport */
 /** @typedef {import('./series.js').SelectionOptions} SelectionOptions */
 /** @typedef {import('./series.js').Series} Series */
 
@@ -22,5 +27,10 @@ export { trace } from './native.js';
 export { contrastingColour, overlaySvg } from './overlay.js';
 export { decodePicture, encodePng, writePng } from './pictures.js';
 export { selectPixels } from './pixels.js';
+export { COLUMN_NAMES, columnsFor } from './reports/columns.js';
+export { toJson, toNdjson } from './reports/json.js';
+export { errorReport, makeReport } from './reports/report.js';
+export { toCsv, toTsv } from './reports/separated.js';
+export { toTable } from './reports/table.js';
 export { traceChart } from './series.js';
 export { tracePixels } from './tracing.js';

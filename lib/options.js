@@ -1,10 +1,9 @@
 // The options of a trace in plain words, checked and turned into what the native function is given.
 
 import { makeAxes } from './axes.js';
-import { refuse } from './errors.js';
+import { checkNumber, refuse } from './errors.js';
 import { OPPOSITE } from './mirror.js';
 import { findMode, MODES, modeOf } from './modes.js';
-import { checkNumber } from './tracing.js';
 
 /** @typedef {import('./modes.js').Kind} Kind */
 /** @typedef {import('./modes.js').Grouping} Grouping */

@@ -1,6 +1,6 @@
 // The native function behind checked arguments, its result split into x and y.
 
-import { LimitError, refuse } from './errors.js';
+import { checkNumber, LimitError, refuse } from './errors.js';
 import { findMode, splitResult } from './modes.js';
 import { trace } from './native.js';
 
@@ -44,16 +44,6 @@ export function tracePixels(pixels, mode, { pixelStep = 1, clusterFraction = 0.0
     );
   const flat = trace(x, y, x.length, pixelStep, mode, clusterFraction);
   return splitResult(mode, flat, look);
-}
-
-/**
- * @param {string} name
- * @param {unknown} value
- * @param {boolean} fits
- * @param {string} expected
- */
-export function checkNumber(name, value, fits, expected) {
-  if (typeof value !== 'number' || !Number.isFinite(value) || !fits) refuse(name, expected, value);
 }
 
 /** @param {PointLists} points */
