@@ -1,6 +1,6 @@
 // Draws traced points, to be laid over the picture they were traced from.
 
-import { parseColour } from './colours.js';
+import { colourDistance, parseColour } from './colours.js';
 
 /** @typedef {import('./colours.js').Rgb} Rgb */
 
@@ -11,23 +11,24 @@ const PALETTE = ['#0072b2', '#e69f00', '#cc79a7', '#009e73', '#56b4e9', '#d55e00
  * The colour of the palette that stands out most against the given ones: whose nearest of them is
  * farthest away.
  * @param {Rgb[]} others Such as the series and the background.
+ * @param {string[]} [taken] Colours of the palette that are not to be had, unless all are taken as
+ *   often.
  * @returns {string}
  */
-export function contrastingColour(others) {
+export function contrastingColour(others, taken = []) {
+  const times = (/** @type {string} */ ink) => taken.filter((other) => other === ink).length;
+  const least = Math.min(...PALETTE.map(times));
   const clearance = (/** @type {string} */ candidate) =>
     Math.min(...others.map((other) => colourDistance(parseColour(candidate), other)));
-  return PALETTE.reduce((best, next) => (clearance(next) > clearance(best) ? next : best));
+  return PALETTE.filter((ink) => times(ink) === least).reduce((best, next) =>
+    clearance(next) > clearance(best) ? next : best,
+  );
 }
 
 /**
- * @param {Rgb} a
- * @param {Rgb} b
- */
-const colourDistance = (a, b) => Math.hypot(...a.map((channel, i) => channel - b[i]));
-
-/**
  * A cross at every point, open in the middle so that the marker under it still shows, or a line
- * through the points; in `colour` with a white rim, so that it stands out on every ground. Points with a coordinate that is not finite are left out.
+ * through the points; in `colour` with a white rim, so that it stands out on every ground. Points with
+ * a coordinate that is not finite are left out.
  * @param {{width: number, height: number}} picture
  * @param {{x: ArrayLike<number>, y: ArrayLike<number>}} points In pixels, the centre of the top left
  *   pixel being (0, 0). Where one list is longer, its surplus is left out.
