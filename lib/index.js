@@ -7,16 +7,18 @@
 /** @typedef {import('./modes.js').Grouping} Grouping */
 /** @typedef {import('./modes.js').Kind} Kind */
 /** @typedef {import('./modes.js').Mode} Mode */
+/** @typedef {import('./masks.js').Box} Box */
+/** @typedef {import('./masks.js').Mask} Mask */
 /** @typedef {import('./options.js').TraceOptions} TraceOptions */
-/** @typedef {import('./pixels.js').Box} Box */
-/** @typedef {import('./pixels.js').Picture} Picture */
+/** @typedef {import('./palette.js').FoundColour} FoundColour */
 /** @typedef {import('./pixels.js').Points} Points */
+/** @typedef {import('./pixels.js').SelectionOptions} SelectionOptions */
+/** @typedef {import('./view.js').Picture} Picture */
 /** @typedef {import('./reports/report.js').ErrorReport} ErrorReport */
 /** @typedef {import('./reports/report.js').ImageReport} ImageReport */
 /** @typedef {import('./reports/report.js').ImageResult} ImageResult */
 /** @typedef {import('./reports/report.js').Report} Report */
 /** @typedef {import('./reports/report.js').SeriesReport} SeriesReport */
-/** @typedef {import('./series.js').SelectionOptions} SelectionOptions */
 /** @typedef {import('./series.js').Series} Series */
 
 export { makeAxes, makeAxis, parseReferences } from './axes.js';
@@ -26,7 +28,8 @@ export { MODES, splitResult } from './modes.js';
 export { trace } from './native.js';
 export { contrastingColour, overlaySvg } from './overlay.js';
 export { decodePicture, encodePng, writePng } from './pictures.js';
-export { selectPixels } from './pixels.js';
+export { findColours, findSeriesColours } from './palette.js';
+export { selectPixels, selectSeries } from './pixels.js';
 export { COLUMN_NAMES, columnsFor } from './reports/columns.js';
 export { toJson, toNdjson } from './reports/json.js';
 export { toOverlay } from './reports/overlay.js';

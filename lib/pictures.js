@@ -3,7 +3,7 @@
 import { writeFile } from 'node:fs/promises';
 import { ChartTraceError, LimitError } from './errors.js';
 
-/** @typedef {import('./pixels.js').Picture} Picture */
+/** @typedef {import('./view.js').Picture} Picture */
 
 /**
  * Decodes a picture: PNG, JPEG, WebP, TIFF, GIF, SVG (at its own width and height) or AVIF.

@@ -1,31 +1,22 @@
 // From a picture, or the pixels of a series, to the points of the series in pixels and in values.
 
-import { formatColour, parseColour } from './colours.js';
-import { ChartTraceError, LimitError, refuse } from './errors.js';
+import { formatColour } from './colours.js';
+import { LimitError, refuse } from './errors.js';
 import { traceKind } from './kinds.js';
 import { MODES } from './modes.js';
 import { planOf } from './options.js';
-import { selectPixels } from './pixels.js';
+import { SELECTION, selectSeries } from './pixels.js';
 import { MAX_PIXELS, tracePixels } from './tracing.js';
 
 /** @typedef {import('./axes.js').AxisValue} AxisValue */
 /** @typedef {import('./axes.js').Pair} Pair */
-/** @typedef {import('./colours.js').Rgb} Rgb */
 /** @typedef {import('./options.js').Plan} Plan */
 /** @typedef {import('./options.js').TraceOptions} TraceOptions */
-/** @typedef {import('./pixels.js').Box} Box */
-/** @typedef {import('./pixels.js').Picture} Picture */
+/** @typedef {import('./pixels.js').SelectionOptions} SelectionOptions */
 /** @typedef {import('./tracing.js').PointLists} PointLists */
+/** @typedef {import('./view.js').Picture} Picture */
 
 /** @typedef {[x: AxisValue, y: AxisValue]} ValuePair */
-
-/**
- * Which pixels of a picture are those of the series.
- * @typedef {object} SelectionOptions
- * @property {string | Rgb} [colour] In any notation of CSS, or its channels.
- * @property {number} [tolerance] The largest difference in a channel, 0 by default.
- * @property {Box} [box] Where to look, the whole picture by default.
- */
 
 /**
  * What a trace found. A chart's points are given in pixels, the centre of the top left pixel being
@@ -67,7 +58,7 @@ import { MAX_PIXELS, tracePixels } from './tracing.js';
 export function traceChart(source, options) {
   checkNames(options);
   const plan = planOf(options);
-  const selection = select(source, options);
+  const selection = select(source, options, plan.mode.kind);
   const { points, color } = selection;
   const found = points.x.length === 0 ? { pixels: [], notes: [] } : traceKind(points, plan);
   const nothing = found.pixels.length === 0 ? [whatWasTried(selection, plan)] : [];
@@ -80,7 +71,6 @@ export function traceChart(source, options) {
   };
 }
 
-const SELECTION = ['colour', 'tolerance', 'box'];
 const TRACING = [
   'kind',
   'mode',
@@ -114,9 +104,10 @@ function checkNames(options) {
  * The pixels to trace.
  * @param {Picture | PointLists} source
  * @param {SelectionOptions} options
+ * @param {import('./modes.js').Kind} kind
  * @returns {Selection}
  */
-function select(source, options) {
+function select(source, options, kind) {
   if (source === null || typeof source !== 'object')
     refuse('the source', 'a picture, or points', source);
   if (!('data' in source)) {
@@ -126,30 +117,38 @@ function select(source, options) {
     checkFinite(source);
     return { points: source, color: null, how: 'given' };
   }
-  checkPicture(source);
-  const { colour, tolerance = 0, box } = options;
-  if (colour === undefined) refuse('colour', 'the colour of the series', colour);
-  const rgb = typeof colour === 'string' ? parseColour(colour) : colour;
-  const points = selectPixels(source, rgb, { tolerance, box });
-  const color = formatColour(rgb);
-  const where = box ? 'the box' : 'the picture';
-  return { points, color, how: `of ${color} within tolerance ${tolerance} in ${where}` };
+  checkSize(source);
+  const { x, y, colours, tolerance } = pixelsOf(source, options, kind);
+  const shown = colours.map(formatColour);
+  const where = options.masks ? 'the masks' : options.box ? 'the box' : 'the picture';
+  const how = `of ${shown.join(' and ')} within tolerance ${tolerance} in ${where}`;
+  return { points: { x, y }, color: shown[0], how };
 }
 
+/**
+ * The pixels of a series in a picture. A step line is traced by its core, where it covers the pixels
+ * nearly whole, so that it steps from one column to the next; by its edges too, where the core is not
+ * in every column.
+ * @param {Picture} picture
+ * @param {SelectionOptions} options
+ * @param {import('./modes.js').Kind} kind
+ */
+function pixelsOf(picture, options, kind) {
+  const all = selectSeries(picture, options);
+  if (kind !== 'steps' || options.coverage !== undefined) return all;
+  const core = selectSeries(picture, { ...options, coverage: CORE });
+  return new Set(core.x).size >= 0.98 * new Set(all.x).size ? core : all;
+}
+const CORE = 0.8;
+
 /** @param {Picture} picture */
-function checkPicture({ width, height, data }) {
-  const isSize = (/** @type {unknown} */ size) => Number.isInteger(size) && Number(size) > 0;
-  if (isSize(width) && isSize(height) && width * height > MAX_PIXELS)
-    throw new LimitError(`A picture of ${width} x ${height} pixels is too large.`, {
-      expected: `at most ${MAX_PIXELS} pixels`,
-      received: width * height,
-      hint: 'Scale the picture down, or cut the chart out of it.',
-    });
-  if (isSize(width) && isSize(height) && data?.length === 4 * width * height) return;
-  const expected = 'a width, a height and four bytes for each pixel';
-  const received = `${width} x ${height} pixels and ${data?.length} bytes`;
-  const message = `Expected a picture of ${expected}, but received ${received}.`;
-  throw new ChartTraceError(message, { code: 'ERR_PICTURE', expected, received });
+function checkSize({ width, height }) {
+  if (!(width * height > MAX_PIXELS)) return;
+  throw new LimitError(`A picture of ${width} x ${height} pixels is too large.`, {
+    expected: `at most ${MAX_PIXELS} pixels`,
+    received: width * height,
+    hint: 'Scale the picture down, or cut the chart out of it.',
+  });
 }
 
 /** @param {PointLists} points */

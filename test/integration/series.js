@@ -37,7 +37,6 @@ export function traceSeries({ description, series, picture }) {
   const axes = axesOf(description);
   const traced = traceChart(picture, {
     colour: series.colour,
-    tolerance: series.tolerance,
     box: { left, top, right, bottom },
     kind: KINDS[series.kind] ?? series.kind,
     axes,

@@ -53,7 +53,7 @@ for (const name of chartNames) {
     const { kind, mode, selected, values, notes } = traced;
     const pinned = rounded({ kind, mode, selected, notes, compared, values });
     if (process.env.UPDATE === '1') {
-      mkdirSync(fixture('.'), { recursive: true });
+      mkdirSync(new URL('.', fixture(name)), { recursive: true });
       writeFileSync(fixture(name), `${JSON.stringify(pinned, null, 1)}\n`);
     }
     holdAgainstData(chart.series, result);
