@@ -12,7 +12,7 @@ const nodeModulesOfLib = [
 ];
 
 export default [
-  { ignores: ['build/', 'types/', 'out/', 'examples/charts/'] },
+  { ignores: ['build/', 'prebuilds/', 'types/', 'out/', 'examples/charts/'] },
   js.configs.recommended,
   {
     languageOptions: { globals: globals.node },

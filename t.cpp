@@ -179,24 +179,24 @@ class Stretch_reader {
       return static_cast<Stretch_reader*>(data);
     }
     auto reader = std::make_unique<Stretch_reader>();
+    reader->is_usable_ = reader->make(env);
     const auto destroy = [](napi_env, void* made, void*) {
       delete static_cast<Stretch_reader*>(made);
     };
-    if (!reader->make(env) ||
-        napi_set_instance_data(env, reader.get(), destroy, nullptr) != napi_ok) {
+    if (!reader->is_usable_) {
       bool is_pending = false;
       napi_value ignored = nullptr;
       if (napi_is_exception_pending(env, &is_pending) == napi_ok && is_pending) {
         napi_get_and_clear_last_exception(env, &ignored);
       }
-      return nullptr;
     }
+    if (napi_set_instance_data(env, reader.get(), destroy, nullptr) != napi_ok) return nullptr;
     return reader.release();
   }
 
-  // Whether a stretch is being read: a getter that calls trace() must not have its caller's memory
-  // written over.
-  bool is_busy() const { return is_busy_; }
+  // Whether it can read now. Not while a stretch is being read: a getter that calls trace() must not
+  // have its caller's memory written over. Never where the host cannot make the loop.
+  bool is_ready() const { return is_usable_ && !is_busy_; }
 
   // Appends points `first` to `last` - 1, at most `capacity`. False, with the exception pending, at
   // the first read that throws or gives no number.
@@ -260,13 +260,24 @@ class Stretch_reader {
         napi_create_typedarray(env, napi_float64_array, capacity, buffer, 0, &array) == napi_ok &&
         napi_create_reference(env, array, 1, &reference) == napi_ok;
     numbers = static_cast<double*>(data);
-    return made;
+    return made && is_shared(env, array, numbers);
+  }
+
+  // Whether what is written here is seen there: a host in another memory hands out a copy.
+  static bool is_shared(napi_env env, napi_value array, double* numbers) {
+    constexpr double mark = 0.5;
+    napi_value element = nullptr;
+    double seen = 0.0;
+    numbers[0] = mark;
+    return napi_get_element(env, array, 0, &element) == napi_ok &&
+           napi_get_value_double(env, element, &seen) == napi_ok && seen == mark;
   }
 
   napi_ref loop_ = nullptr;
   napi_ref x_memory_ = nullptr, y_memory_ = nullptr;  // Float64Arrays over x_ and y_
   double* x_ = nullptr;
   double* y_ = nullptr;
+  bool is_usable_ = false;
   bool is_busy_ = false;
 };
 
@@ -286,7 +297,7 @@ Stretch_reader* stretch_reader_for(napi_env env, napi_value x_values, napi_value
     return nullptr;
   }
   Stretch_reader* const reader = Stretch_reader::of(env);
-  return reader != nullptr && !reader->is_busy() ? reader : nullptr;
+  return reader != nullptr && reader->is_ready() ? reader : nullptr;
 }
 
 // Makes room for `count` numbers where an array is as long as that; a count alone may promise too

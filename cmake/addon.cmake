@@ -1,5 +1,6 @@
-# The extension module build/Release/cpp_code.node: t.cpp over the core. The only target that sees
-# Node headers. They come from the npm packages that the lock file pins, or from the system.
+# The extension module build/Release/cpp_code.node: t.cpp over the core; for WebAssembly,
+# cpp_code.wasm. The only target that sees Node headers. They come from the npm packages that the lock
+# file pins, or from the system.
 
 if(CHART_TRACE_NODE_HEADERS STREQUAL "npm")
   set(node_modules "${CMAKE_SOURCE_DIR}/node_modules")
@@ -27,7 +28,16 @@ if(NOT EXISTS "${napi_header_dir}/napi.h" OR NOT EXISTS "${node_api_header_dir}/
     "'${node_api_header_dir}'): ${node_header_remedy}.")
 endif()
 
-add_library(cpp_code MODULE t.cpp)
+set(is_wasm FALSE)
+if(CMAKE_SYSTEM_PROCESSOR STREQUAL "wasm32")
+  set(is_wasm TRUE)
+endif()
+
+if(is_wasm)
+  add_executable(cpp_code t.cpp wasm/module.cpp)
+else()
+  add_library(cpp_code MODULE t.cpp)
+endif()
 target_link_libraries(cpp_code PRIVATE chart_trace_core chart_trace_flags chart_trace_warnings)
 target_include_directories(cpp_code SYSTEM PRIVATE ${node_header_dirs})
 # A worker that is stopped while trace() runs one of its getters cannot be thrown into any more; that
@@ -38,14 +48,46 @@ target_compile_definitions(cpp_code PRIVATE
 # headers mark napi_module_register as deprecated, in favour of a symbol that makes no record.
 target_compile_options(cpp_code PRIVATE
   "-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=" -Wno-deprecated-declarations)
-if(APPLE)
+if(is_wasm)
+  # Node-API comes from JavaScript, the npm package emnapi, which has a small part to be linked in.
+  # A stack that is exhausted must end in a trap, not in the data behind it.
+  target_link_options(cpp_code PRIVATE
+    -mexec-model=reactor
+    "LINKER:--import-undefined,--export=napi_register_wasm_v1,--export=malloc,--export=free"
+    "LINKER:--export-table,--growable-table,--gc-sections,--strip-all"
+    "LINKER:--stack-first,-z,stack-size=1048576")
+  target_link_libraries(cpp_code PRIVATE
+    "${CMAKE_SOURCE_DIR}/node_modules/emnapi/lib/wasm32-wasi/libemnapi-basic.a")
+  target_compile_definitions(cpp_code PRIVATE BUILDING_NODE_EXTENSION)
+elseif(WIN32)
+  # The program that loads the module has the napi_* functions; this tells the linker so.
+  set(node_import_library "${CMAKE_CURRENT_BINARY_DIR}/libnode.a")
+  add_custom_command(OUTPUT "${node_import_library}"
+    COMMAND "${CMAKE_DLLTOOL}" --dllname node.exe
+      --input-def "${node_api_header_dir}/../def/node_api.def" --output-lib "${node_import_library}"
+    VERBATIM)
+  add_custom_target(node_import_library DEPENDS "${node_import_library}")
+  add_dependencies(cpp_code node_import_library)
+  target_link_libraries(cpp_code PRIVATE "${node_import_library}")
+  # Windows has no C++ library that all programs share.
+  target_link_options(cpp_code PRIVATE -static)
+elseif(APPLE)
   # The napi_* functions are the host's; they are bound when it loads the module.
   target_link_options(cpp_code PRIVATE -undefined dynamic_lookup)
 endif()
-set_target_properties(cpp_code PROPERTIES
-  PREFIX "" SUFFIX ".node"
-  LIBRARY_OUTPUT_DIRECTORY "${CHART_TRACE_ADDON_DIR}"
-)
+if(CHART_TRACE_PREBUILT AND NOT is_wasm)
+  target_link_options(cpp_code PRIVATE -s)
+  if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    target_sources(cpp_code PRIVATE cmake/older_library.cpp)
+  endif()
+endif()
+if(is_wasm)
+  set_target_properties(cpp_code PROPERTIES
+    SUFFIX ".wasm" RUNTIME_OUTPUT_DIRECTORY "${CHART_TRACE_ADDON_DIR}")
+else()
+  set_target_properties(cpp_code PROPERTIES
+    PREFIX "" SUFFIX ".node" LIBRARY_OUTPUT_DIRECTORY "${CHART_TRACE_ADDON_DIR}")
+endif()
 
 # Prints the record that the module registers; only its test builds it, and a published package has
 # no tests.

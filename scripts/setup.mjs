@@ -1,6 +1,6 @@
 // Sets up what building, testing and the demo need, and says what it does.
 //
-//   node scripts/setup.mjs [build] [test] [full]     what to set up for; build when nothing is said
+//   node scripts/setup.mjs [PURPOSE...]     what to set up for; build when nothing is said
 //
 // Packages of npm are installed as the lock file pins them. Missing system packages are installed
 // where this is possible (as root, with apt-get); elsewhere set-up stops with the line to type.
@@ -14,12 +14,15 @@ import { fileURLToPath } from 'node:url';
 
 export const root = dirname(dirname(fileURLToPath(import.meta.url)));
 
-/** @typedef {'build' | 'test' | 'full'} Purpose */
+/** @typedef {'build' | 'test' | 'full' | 'wasm' | 'cross' | 'emulate' | 'browser'} Purpose */
 
 /**
  * A need: what it is called, whether it is there, and the Debian packages that bring it.
  * @typedef {{what: string, isThere: () => boolean, debian: string[]}} Need
  */
+
+const WASM_COMPILERS = ['clang++-14', 'clang++'];
+const WASM_OPTIONS = ['--target=wasm32-wasi', '-fno-exceptions'];
 
 /** @type {Record<Purpose, Need[]>} */
 const NEEDS = {
@@ -63,6 +66,47 @@ const NEEDS = {
       isThere: () => compiles('clang++', ['-fsanitize=address,undefined']),
       debian: ['clang', 'libclang-rt-dev'],
     },
+  ],
+  wasm: [
+    {
+      what: 'clang with libraries for WebAssembly',
+      isThere: () => WASM_COMPILERS.some((name) => compiles(name, WASM_OPTIONS)),
+      debian: [
+        'clang-14',
+        'lld-14',
+        'wasi-libc',
+        'libc++-14-dev-wasm32',
+        'libc++abi-14-dev-wasm32',
+        'libclang-rt-14-dev-wasm32',
+      ],
+    },
+  ],
+  cross: [
+    {
+      what: 'g++ for Linux on x86-64',
+      isThere: () => compiles('x86_64-linux-gnu-g++'),
+      debian: ['g++-x86-64-linux-gnu'],
+    },
+    {
+      what: 'g++ for Linux on ARM',
+      isThere: () => compiles('aarch64-linux-gnu-g++'),
+      debian: ['g++-aarch64-linux-gnu'],
+    },
+    {
+      what: 'g++ for Windows',
+      isThere: () => compiles('x86_64-w64-mingw32-g++-posix'),
+      debian: ['g++-mingw-w64-x86-64-posix'],
+    },
+  ],
+  emulate: [
+    {
+      what: 'qemu for ARM',
+      isThere: () => runs('qemu-aarch64-static', ['--version']),
+      debian: ['qemu-user-static'],
+    },
+  ],
+  browser: [
+    { what: 'Chromium', isThere: () => runs('chromium', ['--version']), debian: ['chromium'] },
   ],
 };
 
