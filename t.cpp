@@ -194,8 +194,8 @@ class Stretch_reader {
     return reader.release();
   }
 
-  // Whether it can read now. Not while a stretch is being read: a getter that calls trace() must not
-  // have its caller's memory written over. Never where the host cannot make the loop.
+  // Whether it can read now. Not while a stretch is being read: a getter that calls trace() must
+  // not have its caller's memory written over. Never where the host cannot make the loop.
   bool is_ready() const { return is_usable_ && !is_busy_; }
 
   // Appends points `first` to `last` - 1, at most `capacity`. False, with the exception pending, at

@@ -1,40 +1,5 @@
-// What the package offers: the native function as it is, and the way from a picture to its values.
+// What the package offers in Node.js: all that a browser has, and pictures in files.
 
-/** @typedef {import('./axes.js').Axes} Axes */
-/** @typedef {import('./axes.js').AxesDescription} AxesDescription */
-/** @typedef {import('./axes.js').Axis} Axis */
-/** @typedef {import('./axes.js').AxisDescription} AxisDescription */
-/** @typedef {import('./modes.js').Grouping} Grouping */
-/** @typedef {import('./modes.js').Kind} Kind */
-/** @typedef {import('./modes.js').Mode} Mode */
-/** @typedef {import('./masks.js').Box} Box */
-/** @typedef {import('./masks.js').Mask} Mask */
-/** @typedef {import('./options.js').TraceOptions} TraceOptions */
-/** @typedef {import('./palette.js').FoundColour} FoundColour */
-/** @typedef {import('./pixels.js').Points} Points */
-/** @typedef {import('./pixels.js').SelectionOptions} SelectionOptions */
-/** @typedef {import('./view.js').Picture} Picture */
-/** @typedef {import('./reports/report.js').ErrorReport} ErrorReport */
-/** @typedef {import('./reports/report.js').ImageReport} ImageReport */
-/** @typedef {import('./reports/report.js').ImageResult} ImageResult */
-/** @typedef {import('./reports/report.js').Report} Report */
-/** @typedef {import('./reports/report.js').SeriesReport} SeriesReport */
-/** @typedef {import('./series.js').Series} Series */
-
-export { makeAxes, makeAxis, parseReferences } from './axes.js';
-export { chroma, colourDistance, formatColour, parseColour } from './colours.js';
-export { ChartTraceError, LimitError } from './errors.js';
-export { MODES, splitResult } from './modes.js';
-export { trace } from './native.js';
-export { contrastingColour, overlaySvg } from './overlay.js';
+export * from './browser.js';
 export { decodePicture, encodePng, writePng } from './pictures.js';
-export { findColours, findSeriesColours } from './palette.js';
-export { selectPixels, selectSeries } from './pixels.js';
-export { COLUMN_NAMES, columnsFor } from './reports/columns.js';
-export { toJson, toNdjson } from './reports/json.js';
 export { toOverlay } from './reports/overlay.js';
-export { errorReport, makeReport } from './reports/report.js';
-export { toCsv, toTsv } from './reports/separated.js';
-export { toTable } from './reports/table.js';
-export { traceChart } from './series.js';
-export { tracePixels } from './tracing.js';

@@ -1,6 +1,7 @@
 // The native function as it is, with its types.
 
 import native from './native.cjs';
+import { traceOf } from './wasm.js';
 
 /**
  * Traces the pixels of one colour of a chart. Runs in the calling thread and keeps no state. All six
@@ -24,5 +25,15 @@ import native from './native.cjs';
  * @returns {number[]} All x values, then all y values, in the unit of the input; see `splitResult`.
  */
 
+/**
+ * What runs `trace`: the native module of this platform, or WebAssembly. The result is the same.
+ * @typedef {'native' | 'wasm'} Engine
+ */
+
+const loaded = native.load(traceOf);
+
+/** @type {Engine} */
+export const engine = loaded.engine;
+
 /** @type {Trace} */
-export const trace = native.trace;
+export const trace = loaded.trace;

@@ -3,9 +3,11 @@
 
 /**
  * @typedef {import('./native.js').Trace} Trace
- * @typedef {typeof import('@emnapi/core')} Core
- * @typedef {typeof import('@emnapi/runtime')} Runtime
- * @typedef {Pick<Core, 'instantiateNapiModuleSync'> & Pick<Runtime, 'createContext'>} Emnapi
+ * The two functions of @emnapi/core and @emnapi/runtime that are used. Their own types for CommonJS
+ * and for ES modules do not go together.
+ * @typedef {object} Emnapi
+ * @property {(module: WebAssembly.Module, options: any) => any} instantiateNapiModuleSync
+ * @property {() => any} createContext
  */
 
 /**
@@ -49,10 +51,10 @@ export function traceOf(bytes, emnapi) {
 function instantiate(compiled, { instantiateNapiModuleSync, createContext }) {
   const { instance, napiModule } = instantiateNapiModuleSync(compiled, {
     context: withoutListeners(createContext),
-    overwriteImports: (imports) => ({ ...imports, chart_trace: { fail } }),
-    beforeInit: ({ instance: { exports } }) => /** @type {() => void} */ (exports._initialize)(),
+    overwriteImports: (/** @type {object} */ imports) => ({ ...imports, chart_trace: { fail } }),
+    beforeInit: (/** @type {any} */ made) => made.instance.exports._initialize(),
   });
-  const exports = /** @type {any} */ (instance.exports);
+  const { exports } = instance;
 
   /** @param {number} address Of a text that ends with a zero byte. */
   function fail(address) {
@@ -105,7 +107,10 @@ function readPoints(...[x, y, count, pixelStep, mode, clusterFraction]) {
   return { x: xs.subarray(0, i), y: ys.subarray(0, i) };
 }
 
-/** @param {unknown} value */
+/**
+ * @param {unknown} value
+ * @returns {value is any}
+ */
 function isObject(value) {
   return (typeof value === 'object' && value !== null) || typeof value === 'function';
 }
@@ -123,7 +128,11 @@ function enlarged(numbers) {
  * @param {{x: Float64Array, y: Float64Array}} points
  * @param {any[]} args All that `trace` was called with.
  */
-function traceOfPoints({ trace, memory, malloc, free }, { x, y }, [, , , pixelStep, mode, fraction]) {
+function traceOfPoints(
+  { trace, memory, malloc, free },
+  { x, y },
+  [, , , pixelStep, mode, fraction],
+) {
   const count = x.length;
   const bytes = count * Float64Array.BYTES_PER_ELEMENT;
   // The views end when memory grows. Some to spare keeps it from growing before they are read.

@@ -45,5 +45,9 @@ const asked = process.argv.slice(2);
 const unknown = asked.find((target) => !TARGETS.includes(target));
 if (unknown) stop(`There is no target '${unknown}'. There are: ${TARGETS.join(', ')}.`);
 const targets = asked.length > 0 ? asked : TARGETS;
-setUp(['build', ...(targets.includes('wasm32') ? ['wasm'] : []), ...(targets.some((t) => t !== 'wasm32') ? ['cross'] : [])]);
+/** @type {import('./setup.mjs').Purpose[]} */
+const purposes = ['build'];
+if (targets.includes('wasm32')) purposes.push('wasm');
+if (targets.some((target) => target !== 'wasm32')) purposes.push('cross');
+setUp(purposes);
 targets.forEach(build);

@@ -20,6 +20,7 @@ import { root, setUp, stop } from './setup.mjs';
  * @property {string} name What to type.
  * @property {string} title
  * @property {boolean} [onlyFull] Whether the usual run leaves it out.
+ * @property {import('./setup.mjs').Purpose[]} [needs] What it is set up for beyond the others.
  * @property {() => Command[]} commands Asked for when the stage begins. Run from the root, one after
  *   another; each must exit with 0.
  */
@@ -102,6 +103,16 @@ const STAGES = [
     commands: () => [[node, 'scripts/test_sanitized_addon.mjs']],
   },
   {
+    name: 'wasm',
+    title: 'WebAssembly: the host boundary and the pinned results',
+    onlyFull: true,
+    needs: ['wasm'],
+    commands: () => [
+      [node, 'scripts/prebuild.mjs', 'wasm32'],
+      [node, 'scripts/test_wasm.mjs'],
+    ],
+  },
+  {
     name: 'planted',
     title: 'planted bugs: the C++ tests catch each of them',
     onlyFull: true,
@@ -110,7 +121,16 @@ const STAGES = [
 ];
 
 const CORE_FOLDERS = ['dispatch', 'extractors', 'grouping', 'indexing', 'primitives'];
-const CPP_FOLDERS = [...CORE_FOLDERS, 'test/cpp', 'test/oracle', 'test/record', 'bench', 'fuzz'];
+const CPP_FOLDERS = [
+  ...CORE_FOLDERS,
+  'wasm',
+  'cmake',
+  'test/cpp',
+  'test/oracle',
+  'test/record',
+  'bench',
+  'fuzz',
+];
 
 /**
  * Configures, builds and tests a preset of CMakePresets.json, warnings being errors.
@@ -174,6 +194,11 @@ function runStage({ name, title, commands }) {
 }
 
 const stages = chosenStages(process.argv.slice(2));
-setUp(stages.some(({ onlyFull }) => onlyFull) ? ['build', 'test', 'full'] : ['build', 'test']);
+/** @type {Set<import('./setup.mjs').Purpose>} */
+const purposes = new Set(['build', 'test']);
+for (const { onlyFull, needs } of stages)
+  for (const purpose of needs ?? (onlyFull ? /** @type {const} */ (['full']) : []))
+    purposes.add(purpose);
+setUp([...purposes]);
 const summary = stages.map(runStage);
 console.log(`\nAll stages passed:\n${summary.join('\n')}`);

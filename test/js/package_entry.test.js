@@ -5,6 +5,7 @@ import { cp, mkdir, mkdtemp, realpath, rm, symlink, writeFile } from 'node:fs/pr
 import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
+import process from 'node:process';
 import { after, before, describe, test } from 'node:test';
 
 import * as entry from 'chart-trace';
@@ -15,6 +16,10 @@ const result = [10, 20, 11, 21];
 
 test('import gives trace', () => {
   assert.deepEqual(entry.trace(...call), result);
+});
+
+test('the native module is taken where there is one', () => {
+  assert.equal(entry.engine, 'native');
 });
 
 test('require gives the very same things by the same names', () => {
@@ -49,10 +54,13 @@ describe('a package whose module was not built', () => {
   }
 
   for (const statement of ["require('chart-trace')", "import('chart-trace')"]) {
-    test(`${statement} tells the file it tried and the command to run`, async () => {
+    test(`${statement} tells all that was tried and the command to run`, async () => {
       const told = await failure(statement);
-      assert.ok(told.includes(`tried ${join(folder, 'build/Release/cpp_code.node')}`), told);
-      assert.ok(told.includes('Cannot find module'), told);
+      assert.ok(told.includes(`wasm: ${join(folder, 'prebuilds/wasm32/cpp_code.wasm')}`), told);
+      assert.ok(
+        told.includes(`native: No native build was found for platform=${process.platform}`),
+        told,
+      );
       assert.ok(told.includes(`npm run build\` in ${folder}`), told);
     });
   }
@@ -61,7 +69,10 @@ describe('a package whose module was not built', () => {
     await mkdir(join(folder, 'build/Release'), { recursive: true });
     await writeFile(join(folder, 'build/Release/cpp_code.node'), 'no module');
     const told = await failure("require('chart-trace')");
-    assert.match(told, /tried .*cpp_code\.node \(.*(file too short|invalid ELF|not a valid|slice)/);
+    assert.match(
+      told,
+      /native: .*cpp_code\.node \(.*(file too short|invalid ELF|not a valid|slice)/,
+    );
     assert.match(told, /npm run build/);
   });
 });
