@@ -32,6 +32,7 @@ export { findColours, findSeriesColours } from './palette.js';
 export { selectPixels, selectSeries } from './pixels.js';
 export { COLUMN_NAMES, columnsFor } from './reports/columns.js';
 export { toJson, toNdjson } from './reports/json.js';
+export { toOverlay } from './reports/overlay.js';
 export { errorReport, makeReport } from './reports/report.js';
 export { toCsv, toTsv } from './reports/separated.js';
 export { toTable } from './reports/table.js';

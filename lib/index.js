@@ -2,4 +2,3 @@
 
 export * from './browser.js';
 export { decodePicture, encodePng, writePng } from './pictures.js';
-export { toOverlay } from './reports/overlay.js';
