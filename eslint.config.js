@@ -4,6 +4,7 @@ import globals from 'globals';
 // What lib/ may know of Node: decoding, loading the module and the entry. Everything else there is
 // plain computation on plain data that a browser could run unchanged.
 const nodeModulesOfLib = [
+  'lib/files.js',
   'lib/index.js',
   'lib/index.cjs',
   'lib/native.js',

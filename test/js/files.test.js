@@ -1,0 +1,92 @@
+import assert from 'node:assert/strict';
+import { spawnSync } from 'node:child_process';
+import {
+  chmodSync,
+  readdirSync,
+  readFileSync,
+  statSync,
+  symlinkSync,
+  writeFileSync,
+} from 'node:fs';
+import { mkdtemp, rm } from 'node:fs/promises';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import process from 'node:process';
+import { after, before, test } from 'node:test';
+import { pathToFileURL } from 'node:url';
+import { writeWhole } from '../../lib/files.js';
+import { root } from './support/addon.js';
+
+let folder;
+before(async () => {
+  folder = await mkdtemp(join(tmpdir(), 'chart-trace-'));
+});
+after(() => rm(folder, { recursive: true }));
+
+test('a file is made, and written over', async () => {
+  const path = join(folder, 'a.txt');
+  await writeWhole(path, 'long content');
+  assert.equal(readFileSync(path, 'utf8'), 'long content');
+  await writeWhole(path, Uint8Array.of(1, 2));
+  assert.deepEqual([...readFileSync(path)], [1, 2]);
+  assert.deepEqual(readdirSync(folder), ['a.txt']);
+});
+
+test('the rights of a file stay', { skip: process.platform === 'win32' }, async () => {
+  const path = join(folder, 'mode.txt');
+  writeFileSync(path, 'before');
+  chmodSync(path, 0o600);
+  await writeWhole(path, 'after');
+  assert.equal(statSync(path).mode & 0o777, 0o600);
+});
+
+test('a link stays a link, to the new content', async () => {
+  const path = join(folder, 'target.txt');
+  writeFileSync(path, 'before');
+  symlinkSync(path, join(folder, 'link.txt'));
+  await writeWhole(join(folder, 'link.txt'), 'after');
+  assert.equal(readFileSync(path, 'utf8'), 'after');
+  assert.ok(
+    readdirSync(folder, { withFileTypes: true })
+      .find((e) => e.name === 'link.txt')
+      .isSymbolicLink(),
+  );
+});
+
+test(
+  'what is no file is written to and not replaced',
+  { skip: process.platform === 'win32' },
+  async () => {
+    await writeWhole('/dev/null', 'nothing');
+    assert.ok(statSync('/dev/null').isCharacterDevice());
+  },
+);
+
+test('a failure leaves what was there, and nothing else', async () => {
+  const path = join(folder, 'kept.txt');
+  await writeWhole(path, 'kept');
+  const files = readdirSync(folder);
+  // No content: the file beside is made, and then cannot be filled.
+  await assert.rejects(writeWhole(path, /** @type {any} */ (42)), TypeError);
+  assert.equal(readFileSync(path, 'utf8'), 'kept');
+  await assert.rejects(writeWhole(folder, 'x'), { code: 'EISDIR' });
+  await assert.rejects(writeWhole(join(folder, 'none', 'x'), 'x'), { code: 'ENOENT' });
+  await assert.rejects(writeWhole(join(path, 'x'), 'x'), { code: 'ENOTDIR' });
+  assert.deepEqual(readdirSync(folder), files);
+});
+
+test('a process that dies while it writes leaves what was there', async () => {
+  const path = join(folder, 'dies.txt');
+  await writeWhole(path, 'before');
+  const program = `
+    import { writeWhole } from ${JSON.stringify(pathToFileURL(join(root, 'lib/files.js')).href)};
+    const big = new Uint8Array(1 << 28);
+    setTimeout(() => process.kill(process.pid, 'SIGKILL'), 5);
+    await writeWhole(${JSON.stringify(path)}, big);
+    console.log('written');`;
+  const { signal, stdout } = spawnSync(process.execPath, ['--input-type=module', '-e', program], {
+    encoding: 'utf8',
+  });
+  assert.equal(signal, 'SIGKILL', stdout);
+  assert.equal(readFileSync(path, 'utf8'), 'before');
+});
