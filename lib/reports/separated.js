@@ -24,8 +24,7 @@ import { columnsFor, kindsOf, rowsOf } from './columns.js';
  * @returns {string}
  */
 export function toCsv(report, options) {
-  const quoted = (/** @type {string} */ text) => (/[",\r\n]/.test(text) ? inQuotes(text) : text);
-  return separated(report, options, { separator: ',', end: '\r\n', quoted });
+  return separated(report, options, csvRow);
 }
 
 /**
@@ -36,30 +35,59 @@ export function toCsv(report, options) {
  * @returns {string}
  */
 export function toTsv(report, options) {
+  return separated(report, options, tsvRow);
+}
+
+/**
+ * Writes a row as CSV.
+ * @param {Cell[]} cells
+ * @param {boolean} [guard] As in the options of a report.
+ * @returns {string}
+ */
+export function csvRow(cells, guard = true) {
+  const quoted = (/** @type {string} */ text) => (/[",\r\n]/.test(text) ? inQuotes(text) : text);
+  return `${written(cells, guard, quoted).join(',')}\r\n`;
+}
+
+/**
+ * Writes a row as tab-separated values.
+ * @param {Cell[]} cells
+ * @param {boolean} [guard] As in the options of a report.
+ * @returns {string}
+ */
+export function tsvRow(cells, guard = true) {
   const quoted = (/** @type {string} */ text) => {
     const inLine = text.replace(/\r\n|[\t\r\n]/g, ' ');
     return inLine.startsWith('"') ? inQuotes(inLine) : inLine;
   };
-  return separated(report, options, { separator: '\t', end: '\n', quoted });
+  return `${written(cells, guard, quoted).join('\t')}\n`;
 }
 
 /** @param {string} text */
 const inQuotes = (text) => `"${text.replaceAll('"', '""')}"`;
 
 /**
- * @param {Report} report
- * @param {SeparatedOptions | undefined} options
- * @param {{separator: string, end: string, quoted: (text: string) => string}} syntax
+ * The texts of cells.
+ * @param {Cell[]} cells
+ * @param {boolean} guard
+ * @param {(text: string) => string} quoted
  */
-function separated(report, options = {}, { separator, end, quoted }) {
-  const { columns = columnsFor(kindsOf(report)), header = true, guard = true } = options;
-  /** @param {Cell} cell */
-  const written = (cell) => {
+function written(cells, guard, quoted) {
+  return cells.map((cell) => {
     if (typeof cell === 'string') return quoted(guard ? guarded(cell) : cell);
     return cell === null ? '' : String(cell);
-  };
-  const lines = header ? [columns.join(separator) + end] : [];
-  for (const row of rowsOf(report, columns)) lines.push(row.map(written).join(separator) + end);
+  });
+}
+
+/**
+ * @param {Report} report
+ * @param {SeparatedOptions | undefined} options
+ * @param {typeof csvRow} row
+ */
+function separated(report, options = {}, row) {
+  const { columns = columnsFor(kindsOf(report)), header = true, guard = true } = options;
+  const lines = header ? [row(columns, guard)] : [];
+  for (const cells of rowsOf(report, columns)) lines.push(row(cells, guard));
   return lines.join('');
 }
 

@@ -207,7 +207,7 @@ function widthOf(text) {
  * anywhere, and a terminal obeys such characters. Those that turn the direction of writing count.
  * @param {string} text
  */
-const visible = (text) =>
+export const visible = (text) =>
   text.replace(/[\p{Cc}\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069]/gu, (character) => {
     const code = character.charCodeAt(0).toString(16);
     return code.length > 2 ? `\\u${code.padStart(4, '0')}` : `\\x${code.padStart(2, '0')}`;
