@@ -1,0 +1,47 @@
+// What ends a run before its time: Ctrl-C, the end of the session, or a reader who has seen enough.
+
+import process from 'node:process';
+
+/** What the exit code is then. */
+const CODES = /** @type {const} */ ({ SIGINT: 130, SIGTERM: 143, EPIPE: 0 });
+
+/**
+ * @typedef {object} Interruption
+ * @property {AbortSignal} signal
+ * @property {() => number | undefined} code The exit code, undefined where nothing came.
+ * @property {() => void} stop Listens no more.
+ */
+
+/**
+ * Listens for interruptions. A second Ctrl-C ends the process at once.
+ * @param {(text: string) => void} say
+ * @returns {Interruption}
+ */
+export function listen(say) {
+  const controller = new AbortController();
+  /** @type {keyof typeof CODES | undefined} */
+  let cause;
+  const interrupt = (/** @type {keyof typeof CODES} */ what) => {
+    cause ??= what;
+    controller.abort();
+  };
+  const onSignal = (/** @type {NodeJS.Signals} */ name) => {
+    interrupt(/** @type {'SIGINT' | 'SIGTERM'} */ (name));
+    say('interrupted: the images at work are finished; Ctrl-C again stops at once');
+  };
+  const onClosed = (/** @type {NodeJS.ErrnoException} */ { code }) => {
+    if (code === 'EPIPE') interrupt('EPIPE');
+  };
+  process.once('SIGINT', onSignal);
+  process.once('SIGTERM', onSignal);
+  process.stdout.on('error', onClosed);
+  return {
+    signal: controller.signal,
+    code: () => cause && CODES[cause],
+    stop: () => {
+      process.off('SIGINT', onSignal);
+      process.off('SIGTERM', onSignal);
+      process.stdout.off('error', onClosed);
+    },
+  };
+}
