@@ -8,7 +8,7 @@ import { apart, mean, nearestOf, nearestPairs } from './charts.js';
 /** @typedef {import('../../lib/series.js').Series} Series */
 
 /** What the descriptions call the kinds of charts. */
-const KINDS = /** @type {Record<string, import('../../lib/modes.js').Kind>} */ ({
+export const KINDS = /** @type {Record<string, import('../../lib/modes.js').Kind>} */ ({
   points_curve: 'points+curve',
   bars_vertical: 'bars',
   bars_horizontal: 'hbars',
@@ -19,7 +19,7 @@ const KINDS = /** @type {Record<string, import('../../lib/modes.js').Kind>} */ (
  * the chart sees all of them.
  * @param {any} description
  */
-function axesOf({ axes, series: [{ data }] }) {
+export function axesOf({ axes, series: [{ data }] }) {
   const whole = Object.entries(axes).map(([name, axis]) => {
     if (axis.scale !== 'category') return [name, axis];
     const categories = data.map((/** @type {any[]} */ pair) => pair[name === 'x' ? 0 : 1]);
@@ -62,12 +62,12 @@ export function traceSeries({ description, series, picture }) {
  */
 
 /**
- * @param {Series} traced
+ * @param {Pick<Series, 'pixels'>} traced
  * @param {any} series The truth.
  * @param {import('../../lib/axes.js').Axes} axes
  * @returns {Comparison}
  */
-function compareValues(traced, series, axes) {
+export function compareValues(traced, series, axes) {
   const isCurve = series.kind === 'curve';
   const [shiftX, shiftY] = series.centroid_offset ?? [0, 0];
   // Where a marker's centroid lies beside its position, the position counts.
