@@ -40,6 +40,7 @@ const files = readdirSync(tests).filter((name) =>
 );
 run('node', ['--test', ...files.map((name) => join(tests, name))], {
   ...process.env,
+  CHART_TRACE_CALLS: process.env.CHART_TRACE_CALLS ?? '20000',
   CHART_TRACE_ADDON: join(root, 'build/addon-sanitize/cpp_code.node'),
   LD_PRELOAD: ['libasan.so', 'libstdc++.so'].map(libraryOfCompiler).join(' '),
   ASAN_OPTIONS: 'detect_leaks=1:quarantine_size_mb=1:thread_local_quarantine_size_kb=64',
