@@ -17,7 +17,7 @@ Bar_algm::Bar_algm(std::vector<double> x, std::vector<double> y, double pixel_st
   for (std::int32_t k = 0; k < group_count; ++k) {
     const auto group = static_cast<std::size_t>(k);
     const chart_trace::Group_figures figures =
-        chart_trace::figures_of(x_groups[group].view(), y_groups[group].view());
+        chart_trace::figures_of(x_groups[group], y_groups[group]);
     x_vertical.push_back(figures.mean_x);
     y_vertical.push_back(figures.y.min);
     x_horizontal.push_back(figures.x.max);

@@ -11,7 +11,7 @@
 
 namespace {
 
-void append(std::vector<double>& values, const std::vector<double>& more) {
+void append(std::vector<double>& values, chart_trace::Values more) {
   values.insert(values.end(), more.begin(), more.end());
 }
 
@@ -44,8 +44,8 @@ void Points_curves_algm::points_curves() {
 // A solid group becomes its centre, every other group adds its pixels to the curve.
 void Points_curves_algm::sort_out_groups() {
   for (std::int32_t k = 0; k < num_groups; ++k) {
-    const std::vector<double>& gx = x_groups[static_cast<std::size_t>(k)].view();
-    const std::vector<double>& gy = y_groups[static_cast<std::size_t>(k)].view();
+    const chart_trace::Values gx = x_groups[static_cast<std::size_t>(k)];
+    const chart_trace::Values gy = y_groups[static_cast<std::size_t>(k)];
     const chart_trace::Group_figures figures = chart_trace::figures_of(gx, gy);
     if (!chart_trace::is_solid_filled(figures.x, figures.y, gx.size(), pixel_step)) {
       append(x_curves, gx);

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "primitives/group_of_arrays.hpp"
+#include "primitives/group_list.hpp"
 
 // Extracts scatter points and curves from the pixels of one colour. The pixels are grouped, by
 // fission grouping when `method` is exactly "fission" and by horizontal grouping for every other
@@ -39,7 +39,7 @@ class Points_curves_algm {
   std::vector<double> x_centres, y_centres;
   std::vector<double> x_curves, y_curves;  // first all curve pixels, then the chain
   std::vector<double> x_points_curves, y_points_curves;
-  std::vector<Group_of_arrays> x_groups, y_groups;
+  chart_trace::Group_list x_groups, y_groups;
   double pixel_step;
   double cluster_fraction;
   std::int32_t num_groups;

@@ -10,7 +10,7 @@ namespace {
 
 template <typename Grouping>
 Groups groups_of(Grouping grouping) {
-  return {std::move(grouping).x_groups_func(), std::move(grouping).y_groups_func()};
+  return {std::move(grouping).x_list(), std::move(grouping).y_list()};
 }
 
 }  // namespace

@@ -3,14 +3,14 @@
 #include <string>
 #include <vector>
 
-#include "primitives/group_of_arrays.hpp"
+#include "primitives/group_list.hpp"
 
 namespace chart_trace {
 
 // The groups of a point set: x and y groups, parallel.
 struct Groups {
-  std::vector<Group_of_arrays> x;
-  std::vector<Group_of_arrays> y;
+  Group_list x;
+  Group_list y;
 };
 
 // Groups a point set by the named method: exactly "fission" is fission grouping, every other string

@@ -58,13 +58,17 @@ void Horizontal_grouping_algm::horizontal_groups() {
 
 template <typename Run_list>
 void Horizontal_grouping_algm::take_groups(Run_list runs) {
+  std::vector<std::uint32_t> ends;
+  x_group.resize(run_ends_.back());
+  y_group.resize(run_ends_.back());
   runs_left = static_cast<std::int32_t>(runs.left());
   while (runs_left >= 1) {
     first_group(runs);
-    x_groups.emplace_back(std::move(x_group));
-    y_groups.emplace_back(std::move(y_group));
+    ends.push_back(gather_points(ends.empty() ? 0 : ends.back()));
     runs_left = static_cast<std::int32_t>(runs.left());
   }
+  x_groups = {std::move(x_group), ends};
+  y_groups = {std::move(y_group), std::move(ends)};
 }
 
 // The group is its own queue: the runs behind the reference run have joined but not been searched
@@ -78,18 +82,15 @@ void Horizontal_grouping_algm::first_group(Run_list& runs) {
     // the search: it can neither end the group nor change the reference once more.
     stopped = runs.take_touching(group_runs_[next], true, group_runs_);
   }
-  gather_points();
 }
 
-void Horizontal_grouping_algm::gather_points() {
-  std::size_t count = 0;
-  for (const chart_trace::Run run : group_runs_) count += end_of(run) - begin_of(run);
-  x_group = std::vector<double>(count);
-  y_group = std::vector<double>(count);
-  double* x = x_group.data();
-  double* y = y_group.data();
+// Puts the points of the group behind those of the groups before it and returns where they end.
+std::uint32_t Horizontal_grouping_algm::gather_points(std::uint32_t begin) {
+  double* x = &x_group[begin];
+  double* y = &y_group[begin];
   for (const chart_trace::Run run : group_runs_) {
     x = copy_run(x_points, begin_of(run), end_of(run), x);
     y = copy_run(y_points, begin_of(run), end_of(run), y);
   }
+  return static_cast<std::uint32_t>(x - x_group.data());
 }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "indexing/run_pairs.hpp"
-#include "primitives/group_of_arrays.hpp"
+#include "primitives/group_list.hpp"
 
 // Divides a point set into groups row by row: cuts the points into runs (maximal stretches of
 // points one pixel step apart on one row, in input order), then joins runs that lie on rows less
@@ -23,10 +23,11 @@ class Horizontal_grouping_algm {
  public:
   Horizontal_grouping_algm(std::vector<double> x, std::vector<double> y, double pixel_step);
 
-  std::vector<Group_of_arrays> x_groups_func() const& { return x_groups; }
-  std::vector<Group_of_arrays> y_groups_func() const& { return y_groups; }
-  std::vector<Group_of_arrays> x_groups_func() && { return std::move(x_groups); }
-  std::vector<Group_of_arrays> y_groups_func() && { return std::move(y_groups); }
+  std::vector<Group_of_arrays> x_groups_func() const { return x_groups.groups(); }
+  std::vector<Group_of_arrays> y_groups_func() const { return y_groups.groups(); }
+  // The same without a copy, of a grouping that is about to be thrown away.
+  chart_trace::Group_list x_list() && { return std::move(x_groups); }
+  chart_trace::Group_list y_list() && { return std::move(y_groups); }
 
  private:
   void horizontal_groups();
@@ -34,15 +35,15 @@ class Horizontal_grouping_algm {
   void take_groups(Run_list runs);
   template <typename Run_list>
   void first_group(Run_list& runs);
-  void gather_points();
+  std::uint32_t gather_points(std::uint32_t begin);
   std::size_t begin_of(chart_trace::Run run) const { return run == 0 ? 0 : run_ends_[run - 1]; }
   std::size_t end_of(chart_trace::Run run) const { return run_ends_[run]; }
 
   std::vector<double> x_points, y_points;
-  std::vector<double> x_group, y_group;         // the group that first_group builds
+  std::vector<double> x_group, y_group;         // the groups so far, one behind the other
   std::vector<chart_trace::Run_extent> x_runs;  // all runs, in input order: their extents
   std::vector<double> y_runs;                   // and their rows; the points stay where they are
-  std::vector<Group_of_arrays> x_groups, y_groups;  // parallel, in the order of their first runs
+  chart_trace::Group_list x_groups, y_groups;   // parallel, in the order of their first runs
   double pixel_step;
   double row_tolerance;
   std::int32_t runs_left;

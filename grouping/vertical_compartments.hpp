@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "primitives/group_of_arrays.hpp"
+#include "primitives/group_list.hpp"
 
 namespace chart_trace {
 struct Sorted_pixels;
@@ -25,16 +25,14 @@ class Vertical_compartments {
  public:
   Vertical_compartments(std::vector<double> x, std::vector<double> y, double compartment_width);
 
-  std::vector<Group_of_arrays> x_groups_func() const& { return x_groups; }
-  std::vector<Group_of_arrays> y_groups_func() const& { return y_groups; }
-  std::vector<Group_of_arrays> x_groups_func() && { return std::move(x_groups); }
-  std::vector<Group_of_arrays> y_groups_func() && { return std::move(y_groups); }
+  std::vector<Group_of_arrays> x_groups_func() const { return x_groups.groups(); }
+  std::vector<Group_of_arrays> y_groups_func() const { return y_groups.groups(); }
 
  private:
   void divide();
-  void unpack(const chart_trace::Sorted_pixels& sorted);
+  void unpack(chart_trace::Sorted_pixels sorted);
 
-  std::vector<double> x_points, y_points;           // not yet taken by a compartment
-  std::vector<Group_of_arrays> x_groups, y_groups;  // parallel, left to right
+  std::vector<double> x_points, y_points;      // not yet taken by a compartment
+  chart_trace::Group_list x_groups, y_groups;  // parallel, left to right
   double compartment_width;
 };

@@ -15,57 +15,6 @@ std::uint32_t first_of(Word pixels) { return static_cast<std::uint32_t>(lowest_b
 // The columns before the first of `pixels`; all when there are none.
 Word before(Word pixels) { return (pixels & (~pixels + 1)) - 1; }
 
-// Collects points in blocks before they are copied to their vectors, which is faster than appending
-// them there one by one.
-class Point_writer {
- public:
-  Point_writer(std::vector<double>& columns, std::vector<double>& rows)
-      : all_columns_(columns), all_rows_(rows) {}
-  ~Point_writer() { flush(); }
-  Point_writer(const Point_writer&) = delete;
-  Point_writer& operator=(const Point_writer&) = delete;
-
-  void add(double column, double row) {
-    columns_[count_] = column;
-    rows_[count_] = row;
-    count_ += 1;
-    if (count_ >= room) flush();
-  }
-
-  // `length` points, each `right` and `down` from the one before. Whole blocks are written, however
-  // few are wanted: that is cheaper than a loop whose end cannot be guessed.
-  void add(double column, double row, std::size_t length, double right, double down) {
-    while (length > 0) {
-      for (std::size_t i = 0; i < block; ++i) {
-        columns_[count_ + i] = column + right * static_cast<double>(i);
-        rows_[count_ + i] = row + down * static_cast<double>(i);
-      }
-      const std::size_t used = std::min(length, block);
-      column += right * block;
-      row += down * block;
-      length -= used;
-      count_ += used;
-      if (count_ >= room) flush();
-    }
-  }
-
- private:
-  static constexpr std::size_t block = 4;
-  static constexpr std::size_t room = 512;
-
-  void flush() {
-    all_columns_.insert(all_columns_.end(), columns_, columns_ + count_);
-    all_rows_.insert(all_rows_.end(), rows_, rows_ + count_);
-    count_ = 0;
-  }
-
-  std::vector<double>& all_columns_;
-  std::vector<double>& all_rows_;
-  std::size_t count_ = 0;
-  double columns_[room + block];
-  double rows_[room + block];
-};
-
 }  // namespace
 
 Pixel_flood::Pixel_flood(Pixel_map map) : map_(std::move(map)), queue_(64) {
@@ -73,13 +22,13 @@ Pixel_flood::Pixel_flood(Pixel_map map) : map_(std::move(map)), queue_(64) {
   to_neighbour_ = {0 - down - 1, 0 - down, 0 - down + 1, ~0U, 0, 1, down - 1, down, down + 1};
 }
 
-bool Pixel_flood::next_group(std::vector<double>& columns, std::vector<double>& rows) {
+bool Pixel_flood::next_group(Point_writer& group) {
   std::uint32_t seed = 0;
   if (!map_.take_first(seed_word_, seed)) return false;
   queue_[0] = {seed, 1};
   end_ = 1;
   fill();
-  write(columns, rows);
+  write(group);
   return true;
 }
 
@@ -225,25 +174,18 @@ void Pixel_flood::push(Stretch stretch) {
   queue_[end_++] = stretch;
 }
 
-void Pixel_flood::write(std::vector<double>& columns, std::vector<double>& rows) const {
-  std::size_t pixels = 0;
-  for (std::size_t k = 0; k < end_; ++k) {
-    pixels += static_cast<std::size_t>(std::abs(queue_[k].length));
-  }
-  columns.reserve(pixels);
-  rows.reserve(pixels);
-  Point_writer writer(columns, rows);
+void Pixel_flood::write(Point_writer& group) const {
   for (std::size_t k = 0; k < end_; ++k) {
     const Stretch stretch = queue_[k];
     const std::uint32_t row = stretch.place / map_.stride();
     const double y = map_.top() + row;
     const double x = map_.left() + (stretch.place - row * map_.stride());
     if (stretch.length == 1) {
-      writer.add(x, y);
+      group.add(x, y);
     } else {
       const bool is_down = stretch.length < 0;
-      writer.add(x, y, static_cast<std::size_t>(std::abs(stretch.length)), is_down ? 0.0 : 1.0,
-                 is_down ? 1.0 : 0.0);
+      group.add(x, y, static_cast<std::size_t>(std::abs(stretch.length)), is_down ? 0.0 : 1.0,
+                is_down ? 1.0 : 0.0);
     }
   }
 }

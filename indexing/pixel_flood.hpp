@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "indexing/pixel_map.hpp"
+#include "indexing/point_writer.hpp"
 
 namespace chart_trace {
 
@@ -27,8 +28,8 @@ class Pixel_flood {
 
   explicit Pixel_flood(Pixel_map map);
 
-  // Fills the group of the first free pixel; false when there is none left.
-  bool next_group(std::vector<double>& columns, std::vector<double>& rows);
+  // Fills the group of the first free pixel and writes it; false when there is none left.
+  bool next_group(Point_writer& group);
 
  private:
   // `length` pixels from `place` on along a row, or -length pixels down a column; 1 when single.
@@ -47,7 +48,7 @@ class Pixel_flood {
   void queue_along(std::uint32_t place, std::int32_t length);
   void queue_down(std::uint32_t place, std::int32_t length);
   void push(Stretch stretch);
-  void write(std::vector<double>& columns, std::vector<double>& rows) const;
+  void write(Point_writer& group) const;
 
   Pixel_map map_;
   std::array<std::uint32_t, 9> to_neighbour_;  // what to add to a place, in place order

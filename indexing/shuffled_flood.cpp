@@ -36,13 +36,13 @@ std::uint32_t Shuffled_flood::rank_of(std::uint32_t place) const {
   return before_[word] + count_bits(pixels_[word] & ~(~Word{0} << place % word_bits));
 }
 
-bool Shuffled_flood::next_group(std::vector<double>& columns, std::vector<double>& rows) {
+bool Shuffled_flood::next_group(Point_writer& group) {
   while (next_ < places_.size() && !map_.is_free(places_[next_])) ++next_;
   if (next_ == places_.size()) return false;
   queue_.assign(1, places_[next_]);
   map_.flip(places_[next_]);
   for (std::size_t head = 0; head < queue_.size(); ++head) take_around(queue_[head]);
-  write(columns, rows);
+  write(group);
   return true;
 }
 
@@ -70,13 +70,10 @@ void Shuffled_flood::queue_in_order(std::size_t first) {
   for (std::size_t k = 0; k < count; ++k) queue_[first + k] = places_[indices[k]];
 }
 
-void Shuffled_flood::write(std::vector<double>& columns, std::vector<double>& rows) const {
-  columns.reserve(queue_.size());
-  rows.reserve(queue_.size());
+void Shuffled_flood::write(Point_writer& group) const {
   for (const std::uint32_t place : queue_) {
     const std::uint32_t row = place / map_.stride();
-    columns.push_back(map_.left() + (place - row * map_.stride()));
-    rows.push_back(map_.top() + row);
+    group.add(map_.left() + (place - row * map_.stride()), map_.top() + row);
   }
 }
 

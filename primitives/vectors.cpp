@@ -57,7 +57,7 @@ std::vector<double> replicate_vector(std::vector<double> values) {
 
 namespace chart_trace {
 
-double mean_of(const std::vector<double>& values) {
+double mean_of(Values values) {
   const std::int32_t count = count_of(values);
   if (count == 0) return std::numeric_limits<double>::quiet_NaN();
   double sum = 0.0;
@@ -65,7 +65,7 @@ double mean_of(const std::vector<double>& values) {
   return sum / count;
 }
 
-Extremes extremes_of(const std::vector<double>& values) {
+Extremes extremes_of(Values values) {
   Extremes extremes{values[0], values[0]};
   for (const double value : values) {
     if (value < extremes.min) extremes.min = value;
@@ -74,7 +74,7 @@ Extremes extremes_of(const std::vector<double>& values) {
   return extremes;
 }
 
-Group_figures figures_of(const std::vector<double>& x, const std::vector<double>& y) {
+Group_figures figures_of(Values x, Values y) {
   const std::int32_t count = count_of(x);
   if (count < 1) return {mean_of(x), mean_of(y), extremes_of(x), extremes_of(y)};
   double sum_x = 0.0;

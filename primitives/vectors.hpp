@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "primitives/values.hpp"
+
 // Free functions over vectors of doubles. A point set is a pair of parallel vectors: point i is
 // (x[i], y[i]), in image pixels, y growing downwards. Counts are taken from x; y must be at least
 // as long. Every function is pure; the cost is one pass unless said otherwise.
@@ -34,7 +36,7 @@ std::vector<double> replicate_vector(std::vector<double> values);
 namespace chart_trace {
 
 // The result of average_of_numbers, for values that are only looked at.
-double mean_of(const std::vector<double>& values);
+double mean_of(Values values);
 
 // The smallest and the largest value, the first of equals each (-0.0 and 0.0 are equal). NaN is
 // passed over unless it stands first, and then it is both. `values` must not be empty.
@@ -42,9 +44,9 @@ struct Extremes {
   double min;
   double max;
 };
-Extremes extremes_of(const std::vector<double>& values);
+Extremes extremes_of(Values values);
 
-// mean_of and extremes_of of two parallel vectors, not empty, found in one pass. Each sum waits for
+// mean_of and extremes_of of two parallel lists, not empty, found in one pass. Each sum waits for
 // one addition after the other; all the rest is done in between and costs nothing.
 struct Group_figures {
   double mean_x;
@@ -52,6 +54,6 @@ struct Group_figures {
   Extremes x;
   Extremes y;
 };
-Group_figures figures_of(const std::vector<double>& x, const std::vector<double>& y);
+Group_figures figures_of(Values x, Values y);
 
 }  // namespace chart_trace

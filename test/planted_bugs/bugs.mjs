@@ -1016,21 +1016,37 @@ export const bugs = {
     },
   ],
 
+  'primitives/group_list.hpp': [
+    {
+      name: 'every group but the first begins a value late',
+      find: 'ends_[k - 1])',
+      replace: 'ends_[k - 1] + 1)',
+    },
+  ],
+
+  'indexing/point_writer.hpp': [
+    {
+      name: 'a stretch at the very end is written in whole blocks',
+      find: 'if (room_ - count_ < block) {',
+      replace: 'if (room_ == count_) {',
+    },
+  ],
+
   'grouping/vertical_compartments.cpp': [
     {
       name: 'a stretch of points goes in backwards',
-      find: 'for (std::size_t i = begin; i < end; ++i) {\n      *place.x++ = x_points[i];',
-      replace: 'for (std::size_t i = end; i-- > begin;) {\n      *place.x++ = x_points[i];',
+      find: 'for (std::size_t i = begin; i < end; ++i, ++to) {',
+      replace: 'for (std::size_t i = end; i-- > begin; ++to) {',
     },
     {
       name: 'the points that are left over make a group',
-      find: '  x_parts.pop_back();\n  y_parts.pop_back();\n',
+      find: '  places.pop_back();\n',
       replace: '',
     },
     {
-      name: 'pixels are unpacked from the first compartment on each time',
-      find: '    begin = end;\n',
-      replace: '',
+      name: 'pixels are unpacked with x as y',
+      find: 'y_points[i] = sorted.pixels[i].y;',
+      replace: 'y_points[i] = sorted.pixels[i].x;',
     },
   ],
 
