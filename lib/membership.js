@@ -1,7 +1,7 @@
 // Tells of a colour whether it is that of a series.
 
 import { toOklab } from './colours.js';
-import { blendOf, distanceFromMixture, nearest, sharesOf } from './mixtures.js';
+import { ALIKE, blendOf, coverageOf, isEdge, mixtureNear, nearest } from './mixtures.js';
 import { unpackColour } from './view.js';
 
 /** @typedef {import('./colours.js').Rgb} Rgb */
@@ -14,9 +14,6 @@ export const OUT = 1;
 export const NEAR = 2;
 /** The series for sure. */
 export const IN = 3;
-
-/** A colour no farther than this from another one looks much the same. */
-export const ALIKE = 2;
 
 /** What is left of the chroma of a thin line in a lossy file, at least. */
 const HUE_LEFT = 0.25;
@@ -53,41 +50,39 @@ export function membershipOf({ colours, backgrounds, rivals, tolerance, coverage
 
   return (packed) => {
     const colour = unpackColour(packed);
-    const covered = own
-      .map((blend) => ({ blend, shares: sharesOf(blend, colour) }))
-      .filter(({ shares }) => shares.coverage >= coverage - ROUNDING);
+    const covers = (/** @type {Blend} */ blend) => coverageOf(blend, colour) >= coverage - ROUNDING;
     // Most colours of a picture are told to be none of the series by this alone.
-    if (covered.length === 0 && own.length > 0 && inner.length === 0) return OUT;
+    if (own.length > 0 && inner.length === 0 && !own.some(covers)) return OUT;
     const seen = toOklab(colour);
     const toOwn = nearest(seen, ownSeen);
     const toRival = nearest(seen, rivalSeen);
     if (toRival < toOwn && toRival <= 2 * ALIKE) return OUT;
-    if (toOwn <= alike || distanceFrom(inner, colour, seen) <= tolerance) return IN;
+    if (toOwn <= alike) return IN;
+    if (inner.some((blend) => isEdge(mixtureNear(blend, colour, seen)))) return IN;
 
-    let distance = Infinity;
-    let hueShare = 0;
-    for (const { blend, shares } of covered) {
-      const away = distanceFromMixture(blend, shares, seen);
-      if (away < distance) [distance, hueShare] = [away, shares.hueShare];
-    }
-    if (distance > tolerance || hueShare < HUE_TRACE) return OUT;
-    const rival = distanceFrom(foreign, colour, seen);
+    const { distance, hueShare, blend } = nearestMixture(own, colour, seen);
+    if (distance > tolerance || hueShare < HUE_TRACE || !blend || !covers(blend)) return OUT;
+    const rival = nearestMixture(foreign, colour, seen).distance;
     if (rival < distance - ALIKE) return OUT;
     return rival <= distance || hueShare < HUE_LEFT ? NEAR : IN;
   };
 }
 
 /**
- * The distance of a colour from the nearest mixture of some blends.
+ * The mixture of some blends that is nearest to a colour.
  * @param {readonly Blend[]} blends
  * @param {Rgb} colour
  * @param {import('./colours.js').Oklab} seen The same colour.
  */
-function distanceFrom(blends, colour, seen) {
-  let least = Infinity;
-  for (const blend of blends)
-    least = Math.min(least, distanceFromMixture(blend, sharesOf(blend, colour), seen));
-  return least;
+function nearestMixture(blends, colour, seen) {
+  let best = { distance: Infinity, hueShare: 0 };
+  /** @type {Blend | undefined} */
+  let blend;
+  for (const candidate of blends) {
+    const mixture = mixtureNear(candidate, colour, seen);
+    if (mixture.distance < best.distance) [best, blend] = [mixture, candidate];
+  }
+  return { ...best, blend };
 }
 
 /**

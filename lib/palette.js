@@ -2,9 +2,8 @@
 // mixture of these.
 
 import { chroma, formatColour, toOklab } from './colours.js';
-import { ALIKE } from './membership.js';
-import { blendOf, distanceFromMixture, distanceOf, sharesOf } from './mixtures.js';
-import { COLOUR_BITS, unpackColour, viewOf } from './view.js';
+import { ALIKE, blendOf, coverageOf, distanceOf, isEdge, mixtureNear } from './mixtures.js';
+import { COLOUR_BITS, packColour, unpackColour, viewOf } from './view.js';
 
 /** @typedef {import('./colours.js').Rgb} Rgb */
 /** @typedef {import('./colours.js').Oklab} Oklab */
@@ -80,11 +79,12 @@ export function findColours(picture, where = {}) {
  * @param {readonly Rgb[]} [options.known] Series that are not looked for: neither they nor their
  *   mixtures are among the series.
  * @param {Rgb[]} [options.backgrounds] Where they are known.
- * @param {number} [options.rows] About how many rows to look at, evenly spread; all by default.
+ * @param {number} [options.most] About how many pixels to look at, in rows that are evenly spread; all
+ *   by default.
  * @returns {Palette}
  */
-export function paletteOf(view, { known = [], backgrounds, rows = Infinity } = {}) {
-  const counted = countTints(view, rows);
+export function paletteOf(view, { known = [], backgrounds, most = Infinity } = {}) {
+  const counted = countTints(view, most);
   const pixels = counted.reduce((sum, { count }) => sum + count, 0);
   const least = Math.max(LEAST_PIXELS, LEAST_SHARE * pixels);
   const all = gather(counted);
@@ -92,11 +92,18 @@ export function paletteOf(view, { known = [], backgrounds, rows = Infinity } = {
   const background = backgroundOf(all.filter((tint) => !isKnown(tint)));
   if (!background) return { background, bases: [], series: [], greys: [], pixels };
   const tints = all.filter((tint) => tint !== background && tint.count >= least);
-  const greys = tints.filter(isGrey);
-  const areas = greys.filter((tint) => isArea(tint) && !isKnown(tint));
+  const grey = tints.filter(isGrey);
+  const areas = grey.filter((tint) => isArea(tint) && !isKnown(tint));
   const bases = backgrounds ?? [background, ...areas].map(rgbOf);
   const coloured = tints.filter((tint) => !isGrey(tint));
-  return { background, bases, series: pureOnes(coloured, bases, known), greys, pixels };
+  const knownTints = known.map((colour) => ({
+    ...(tints.find((tint) => isNear(tint, colour)) ?? tintOf(0)),
+    packed: packColour(colour),
+  }));
+  const series = pureOnes(coloured, bases, knownTints);
+  const ends = [...knownTints, ...series];
+  const greys = grey.filter((tint) => !ends.some((end) => accountsFor(bases, end, tint)));
+  return { background, bases, series, greys, pixels };
 }
 
 const LEAST_PIXELS = 8;
@@ -105,13 +112,13 @@ const LEAST_SHARE = 0.0001;
 /**
  * Counts the colours of a picture.
  * @param {View} view
- * @param {number} wanted How many rows.
+ * @param {number} most
  * @returns {Tint[]}
  */
-function countTints({ pixels, width, box, columns, rows, open }, wanted) {
+function countTints({ pixels, width, box, columns, rows, open }, most) {
   /** @type {Map<number, Tint>} */
   const tints = new Map();
-  const stride = Math.max(1, Math.floor(rows / wanted));
+  const stride = Math.max(1, Math.floor((columns * rows) / most));
   const band = OUTER * Math.min(columns, rows);
   for (let row = 0; row < rows; row += stride) {
     const isInner = row > 0 && row < rows - 1;
@@ -128,7 +135,8 @@ function countTints({ pixels, width, box, columns, rows, open }, wanted) {
       const at = (box.top + row) * width + box.left + column;
       const packed = pixels[at] & COLOUR_BITS;
       if (tint === undefined || packed !== tint.packed) {
-        tint = tintIn(tints, packed);
+        tint = tints.get(packed);
+        if (tint === undefined) tints.set(packed, (tint = tintOf(packed)));
         alike = 0;
       }
       ++tint.count;
@@ -148,18 +156,10 @@ function countTints({ pixels, width, box, columns, rows, open }, wanted) {
 const OUTER = 0.08;
 
 /**
- * @param {Map<number, Tint>} tints
  * @param {number} packed
- * @returns {Tint}
+ * @returns {Tint} Without pixels.
  */
-function tintIn(tints, packed) {
-  let tint = tints.get(packed);
-  if (tint === undefined) {
-    tint = { packed, count: 0, top: 0, solid: 0, outer: 0 };
-    tints.set(packed, tint);
-  }
-  return tint;
-}
+const tintOf = (packed) => ({ packed, count: 0, top: 0, solid: 0, outer: 0 });
 
 /**
  * Brings colours that look alike together under the most frequent of them: lossy files have every
@@ -170,7 +170,7 @@ function tintIn(tints, packed) {
 function gather(tints) {
   /** @type {Map<number, Tint>} */
   const cells = new Map();
-  for (const tint of tints.sort(largerFirst)) {
+  for (const tint of tints) {
     const cell = cells.get(tint.packed & CELL_BITS);
     if (cell) add(cell, tint);
     else cells.set(tint.packed & CELL_BITS, { ...tint });
@@ -191,10 +191,12 @@ const CELL_BITS = 0xf8f8f8;
 const MOST_GROUPS = 256;
 
 /**
+ * Adds a colour to others; together they go by the most frequent of them.
  * @param {Tint} sum
  * @param {Tint} tint
  */
-function add(sum, { count, solid, outer }) {
+function add(sum, { packed, top, count, solid, outer }) {
+  if (top > sum.top) [sum.packed, sum.top] = [packed, top];
   sum.count += count;
   sum.solid += solid;
   sum.outer += outer;
@@ -216,59 +218,81 @@ function backgroundOf(tints) {
  * for most pixels is taken first, with its mixtures; then the same with what is left.
  * @param {Tint[]} tints
  * @param {readonly Rgb[]} bases
- * @param {readonly Rgb[]} known
+ * @param {readonly Tint[]} known
  * @returns {Tint[]} Largest first.
  */
 function pureOnes(tints, bases, known) {
-  let left = tints;
-  for (const colour of known) {
-    const tint = left.find((other) => isNear(other, colour));
-    left = left.filter((other) => !accountsFor(bases, colour, other, tint));
-  }
-  const candidates = left.map((tint) => ({
+  const around = [...bases, ...known.map(rgbOf)];
+  const unknown = tints.filter((other) => !known.some((tint) => accountsFor(around, tint, other)));
+  /** @type {Candidate[]} */
+  const candidates = unknown.map((tint) => ({
     tint,
-    others: left.filter((other) => other !== tint && accountsFor(bases, rgbOf(tint), other, tint)),
+    shades: unknown.filter((other) => other !== tint && accountsFor(bases, tint, other)),
   }));
-  const open = new Set(left);
+  const left = new Set(unknown);
+  /** @type {Candidate[]} */
   const pure = [];
-  while (open.size > 0) {
-    const scored = candidates
-      .filter(({ tint }) => open.has(tint))
-      .map(({ tint, others }) => ({
-        tint,
-        others,
-        score: others.reduce((sum, other) => sum + (open.has(other) ? other.count : 0), tint.count),
-      }));
-    const most = Math.max(...scored.map(({ score }) => score));
-    // A shade a little beyond the series' colour accounts for a little more.
-    const [first] = scored
-      .filter(({ score }) => score >= 0.8 * most)
-      .sort((a, b) => largerFirst(a.tint, b.tint));
-    pure.push(first.tint);
-    for (const tint of [first.tint, ...first.others]) open.delete(tint);
+  while (left.size > 0) {
+    const first = weightiest(
+      candidates.filter(({ tint }) => left.has(tint)),
+      left,
+    );
+    pure.push(first);
+    for (const tint of [first.tint, ...first.shades]) left.delete(tint);
   }
-  return pure.sort(largerFirst);
+  // What was taken early may turn out to be a shade of what was taken later.
+  return pure
+    .filter(({ tint, shades }) =>
+      pure.every((other) => !other.shades.includes(tint) || shades.includes(other.tint)),
+    )
+    .map(({ tint }) => tint)
+    .sort(largerFirst);
+}
+
+/**
+ * A colour and those that it accounts for.
+ * @typedef {{tint: Tint, shades: Tint[]}} Candidate
+ */
+
+/**
+ * The colour that accounts for most pixels. A shade a little beyond the series' colour accounts for a
+ * few more; so among about equal ones the most frequent is taken.
+ * @param {Candidate[]} candidates
+ * @param {Set<Tint>} left The colours not yet accounted for.
+ */
+function weightiest(candidates, left) {
+  const weighed = candidates.map((candidate) => ({
+    candidate,
+    weight: [candidate.tint, ...candidate.shades].reduce(
+      (sum, tint) => sum + (left.has(tint) ? tint.count : 0),
+      0,
+    ),
+  }));
+  const most = Math.max(...weighed.map(({ weight }) => weight));
+  return weighed
+    .filter(({ weight }) => weight >= 0.8 * most)
+    .map(({ candidate }) => candidate)
+    .reduce((a, b) => (largerFirst(a.tint, b.tint) <= 0 ? a : b));
 }
 
 /**
  * Whether a colour is but a shade of a series, at an edge or smeared.
  * @param {readonly Rgb[]} bases
- * @param {Rgb} end The series' colour.
+ * @param {Tint} tint That of the series.
  * @param {Tint} other
- * @param {Tint} [tint] The series where it was found.
  */
-function accountsFor(bases, end, other, tint) {
+function accountsFor(bases, tint, other) {
+  if (isNear(other, rgbOf(tint))) return true;
+  if (isArea(other)) return false;
   const colour = rgbOf(other);
   const seen = toOklab(colour);
-  if (isNear(other, end)) return true;
-  if (isArea(other)) return false;
   return bases.some((base) => {
-    const blend = blendOf(base, end);
-    const shares = sharesOf(blend, colour);
-    const distance = distanceFromMixture(blend, shares, seen);
-    if (distance > SHADE || shares.coverage > BEYOND) return false;
-    const isEdge = distance <= ALIKE && Math.abs(shares.lightShare - shares.hueShare) <= 0.1;
-    return isEdge || !tint || !isSharp(other) || other.top < 0.1 * tint.top;
+    const blend = blendOf(base, rgbOf(tint));
+    if (coverageOf(blend, colour) > BEYOND) return false;
+    const mixture = mixtureNear(blend, colour, seen);
+    if (isEdge(mixture)) return true;
+    const isSmall = other.top < 0.1 * tint.top && !isGrey(other);
+    return mixture.distance <= SHADE && (isSmall || !isSharp(other));
   });
 }
 const SHADE = 5;
@@ -297,7 +321,7 @@ const isArea = ({ solid, count }) => solid >= 9 && solid >= 0.02 * count;
  * Whether most of what looks like a colour has this very colour, as a drawn one and no smeared one.
  * @param {Tint} tint
  */
-const isSharp = ({ top, count }) => top >= 0.3 * count;
+const isSharp = ({ top, count }) => top >= 20 && top >= 0.3 * count;
 
 /**
  * Whether people would call a colour black, grey or white.

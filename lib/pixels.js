@@ -75,7 +75,7 @@ export const SELECTION = [
 export function selectSeries(picture, options) {
   const { colours, exclude, backgrounds: given, tolerance, coverage } = checked(options);
   const view = viewOf(picture, options);
-  const palette = paletteOf(view, { known: colours, backgrounds: given, rows: ROWS });
+  const palette = paletteOf(view, { known: colours, backgrounds: given, most: ENOUGH });
   const backgrounds = given ?? palette.bases;
   const found = palette.series.slice(0, MOST_RIVALS).map(({ packed }) => unpackColour(packed));
   const rivals = [...exclude, ...found];
@@ -83,8 +83,8 @@ export function selectSeries(picture, options) {
   return { ...pointsOf(marksOf(view, membershipOf(by)), view), ...by };
 }
 
-// The colours of a picture are known from some hundred of its rows.
-const ROWS = 400;
+// So many pixels of a large picture tell its colours.
+const ENOUGH = 1e6;
 const MOST_RIVALS = 16;
 
 /**
@@ -146,26 +146,33 @@ const isRgb = (colour) =>
  * Marks the pixels of a view by their colours. Every colour is asked for once.
  * @param {View} view
  * @param {(packed: number) => number} membership
- * @returns {Uint8Array} IN for the pixels of the series, row by row.
+ * @returns {{marks: Uint8Array, count: number}} IN for the pixels of the series, row by row, a multiple
+ *   of four long; and how many they are.
  */
 function marksOf({ pixels, width, box, columns, rows, open }, membership) {
-  const marks = new Uint8Array(columns * rows);
+  const marks = new Uint8Array(4 * Math.ceil((columns * rows) / 4));
   const known = new Uint8Array(COLOURS);
-  let isUnsettled = false;
-  let at = 0;
-  for (let row = box.top; row <= box.bottom; ++row) {
-    const start = row * width + box.left;
+  let count = 0;
+  let unsettled = 0;
+  let last = -1;
+  let mark = OUT;
+  for (let row = 0, at = 0; row < rows; ++row) {
+    const start = (box.top + row) * width + box.left;
     for (let i = start; i < start + columns; ++i, ++at) {
       const packed = pixels[i] & COLOUR_BITS;
-      let mark = known[packed];
-      if (mark === 0) known[packed] = mark = membership(packed);
+      if (packed !== last) {
+        last = packed;
+        mark = known[packed];
+        if (mark === 0) known[packed] = mark = membership(packed);
+      }
       if (mark === OUT || (open !== undefined && open[at] === 0)) continue;
       marks[at] = mark;
-      if (mark === NEAR) isUnsettled = true;
+      if (mark === IN) ++count;
+      else ++unsettled;
     }
   }
-  if (isUnsettled) settle(marks, columns, rows);
-  return marks;
+  if (unsettled > 0) count += settle(marks, columns, rows);
+  return { marks, count };
 }
 
 /**
@@ -174,13 +181,15 @@ function marksOf({ pixels, width, box, columns, rows, open }, membership) {
  * @param {Uint8Array} marks
  * @param {number} columns
  * @param {number} rows
+ * @returns {number} How many were taken in.
  */
 function settle(marks, columns, rows) {
+  const taken = [];
   for (let at = 0; at < marks.length; ++at)
-    if (marks[at] === NEAR && hasNeighbour(marks, columns, rows, at)) marks[at] = SETTLED;
-  for (let at = 0; at < marks.length; ++at) if (marks[at] === SETTLED) marks[at] = IN;
+    if (marks[at] === NEAR && hasNeighbour(marks, columns, rows, at)) taken.push(at);
+  for (const at of taken) marks[at] = IN;
+  return taken.length;
 }
-const SETTLED = IN + 1;
 const REACH = 2;
 
 /**
@@ -202,22 +211,30 @@ function hasNeighbour(marks, columns, rows, at) {
 
 /**
  * The positions of the pixels marked IN.
- * @param {Uint8Array} marks
+ * @param {ReturnType<typeof marksOf>} marked
  * @param {View} view
  * @returns {Points}
  */
-function pointsOf(marks, { box, columns }) {
-  let count = 0;
-  for (let at = 0; at < marks.length; ++at) if (marks[at] === IN) ++count;
+function pointsOf({ marks, count }, { box, columns }) {
   const x = new Float64Array(count);
   const y = new Float64Array(count);
+  // Most marks are zero: four are looked at in one step.
+  const fours = new Uint32Array(marks.buffer);
+  let row = box.top;
+  let end = columns;
   let next = 0;
-  for (let at = 0, row = box.top; at < marks.length; ++row)
-    for (let end = at + columns, column = box.left; at < end; ++at, ++column)
-      if (marks[at] === IN) {
-        x[next] = column;
-        y[next++] = row;
+  for (let four = 0; four < fours.length; ++four) {
+    if (fours[four] === 0) continue;
+    for (let at = 4 * four; at < 4 * four + 4; ++at) {
+      if (marks[at] !== IN) continue;
+      while (at >= end) {
+        end += columns;
+        ++row;
       }
+      x[next] = box.right + 1 + at - end;
+      y[next++] = row;
+    }
+  }
   return { x, y };
 }
 

@@ -68,6 +68,9 @@ function packedPixels(data) {
   return new Uint32Array(buffer, byteOffset, count);
 }
 
+/** @param {Rgb} colour */
+export const packColour = ([red, green, blue]) => red | (green << 8) | (blue << 16);
+
 /**
  * @param {number} packed
  * @returns {Rgb}
