@@ -83,6 +83,7 @@ test('of markers on a curve the first points are markers', async () => {
   assert.equal(at(60, 50), 'nothing');
   assert.equal(at(55, 50), 'ink');
   assert.equal(at(20, 90), 'ink');
+  assert.equal(at(10, 85), 'nothing');
 });
 
 for (const [kind, flip] of /** @type {const} */ ([
@@ -148,8 +149,12 @@ test('points that lack a coordinate are left out', () => {
   ];
   for (const kind of ['scatter', 'curve', 'bars', 'steps']) {
     const svg = overlayOf([seriesOf({ kind, pixels, values: null })]);
-    assert.doesNotMatch(svg, /NaN|Infinity|null/);
-    assert.match(svg, /M[.\d]+,30/, kind);
+    const beginnings = [...svg.matchAll(/M(-?[.\d]+),/g)].map(([, x]) => Number(x));
+    assert.ok(beginnings.length > 0, kind);
+    assert.ok(
+      beginnings.every((x) => Math.abs(x - 20) < 12),
+      kind,
+    );
   }
 });
 
