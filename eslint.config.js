@@ -1,8 +1,8 @@
 import js from '@eslint/js';
 import globals from 'globals';
 
-// What lib/ may know of Node: decoding, loading the module and the entry. Everything else there is
-// plain computation on plain data that a browser could run unchanged.
+// What lib/ may know of Node: decoding, files, loading the module and the entry. Everything else
+// there is plain computation on plain data that a browser could run unchanged.
 const nodeModulesOfLib = [
   'lib/files.js',
   'lib/index.js',
@@ -10,6 +10,7 @@ const nodeModulesOfLib = [
   'lib/native.js',
   'lib/native.cjs',
   'lib/pictures.js',
+  'lib/project_files.js',
 ];
 
 export default [

@@ -15,6 +15,8 @@
 /** @typedef {import('./pixels.js').Points} Points */
 /** @typedef {import('./pixels.js').SelectionOptions} SelectionOptions */
 /** @typedef {import('./view.js').Picture} Picture */
+/** @typedef {import('./project.js').Project} Project */
+/** @typedef {import('./project.js').ProjectImage} ProjectImage */
 /** @typedef {import('./reports/report.js').ErrorReport} ErrorReport */
 /** @typedef {import('./reports/report.js').ImageReport} ImageReport */
 /** @typedef {import('./reports/report.js').ImageResult} ImageResult */
@@ -30,6 +32,7 @@ export { engine, trace } from './native.js';
 export { contrastingColour, overlaySvg } from './overlay.js';
 export { findColours, findSeriesColours } from './palette.js';
 export { selectPixels, selectSeries } from './pixels.js';
+export { checkHash, formatProject, makeProject, parseProject, traceProject } from './project.js';
 export { COLUMN_NAMES, columnsFor } from './reports/columns.js';
 export { toJson, toNdjson } from './reports/json.js';
 export { toOverlay } from './reports/overlay.js';
@@ -38,3 +41,4 @@ export { toCsv, toTsv } from './reports/separated.js';
 export { toTable } from './reports/table.js';
 export { traceChart } from './series.js';
 export { tracePixels } from './tracing.js';
+export { VERSION } from './version.js';

@@ -1,7 +1,7 @@
 // Decodes picture files into plain data and writes pictures. The one module that knows the decoder,
 // sharp, which is an optional dependency: tracing pixels that a program already has needs none.
-import { writeFile } from 'node:fs/promises';
 import { ChartTraceError, LimitError } from './errors.js';
+import { writeWhole } from './files.js';
 
 /** @typedef {import('./view.js').Picture} Picture */
 
@@ -77,13 +77,13 @@ export async function encodePng({ width, height, data }, svg) {
 }
 
 /**
- * Writes a picture as a PNG file.
+ * Writes a picture as a PNG file, whole or not at all.
  * @param {string} path
  * @param {Picture} picture
  * @param {string} [svg] Drawn over the picture.
  */
 export async function writePng(path, picture, svg) {
-  await writeFile(path, await encodePng(picture, svg));
+  await writeWhole(path, await encodePng(picture, svg));
 }
 
 /** @returns {Promise<typeof import('sharp').default>} */

@@ -1,5 +1,5 @@
 import assert from 'node:assert/strict';
-import { spawnSync } from 'node:child_process';
+import { spawn, spawnSync } from 'node:child_process';
 import {
   chmodSync,
   readdirSync,
@@ -8,7 +8,7 @@ import {
   symlinkSync,
   writeFileSync,
 } from 'node:fs';
-import { mkdtemp, rm } from 'node:fs/promises';
+import { mkdtemp, open, readFile, rm } from 'node:fs/promises';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import process from 'node:process';
@@ -35,9 +35,11 @@ test('a file is made, and written over', async () => {
 test('the rights of a file stay', { skip: process.platform === 'win32' }, async () => {
   const path = join(folder, 'mode.txt');
   writeFileSync(path, 'before');
-  chmodSync(path, 0o600);
-  await writeWhole(path, 'after');
-  assert.equal(statSync(path).mode & 0o777, 0o600);
+  for (const mode of [0o600, 0o666]) {
+    chmodSync(path, mode);
+    await writeWhole(path, 'after');
+    assert.equal(statSync(path).mode & 0o777, mode);
+  }
 });
 
 test('a link stays a link, to the new content', async () => {
@@ -53,14 +55,21 @@ test('a link stays a link, to the new content', async () => {
   );
 });
 
-test(
-  'what is no file is written to and not replaced',
-  { skip: process.platform === 'win32' },
-  async () => {
-    await writeWhole('/dev/null', 'nothing');
-    assert.ok(statSync('/dev/null').isCharacterDevice());
-  },
-);
+// Not a device: a function that replaces what it should write to would break the machine.
+test('a pipe is written to and not replaced', { skip: process.platform === 'win32' }, async () => {
+  const pipe = join(folder, 'pipe');
+  assert.equal(spawnSync('mkfifo', [pipe]).status, 0);
+  // Open for both, so that neither end waits for the other.
+  const ends = await open(pipe, 'r+');
+  try {
+    await writeWhole(pipe, 'x');
+    assert.ok(statSync(pipe).isFIFO());
+    assert.equal((await ends.read(Buffer.alloc(1), 0, 1)).buffer.toString(), 'x');
+  } finally {
+    await ends.close();
+    await rm(pipe);
+  }
+});
 
 test('a failure leaves what was there, and nothing else', async () => {
   const path = join(folder, 'kept.txt');
@@ -89,4 +98,30 @@ test('a process that dies while it writes leaves what was there', async () => {
   });
   assert.equal(signal, 'SIGKILL', stdout);
   assert.equal(readFileSync(path, 'utf8'), 'before');
+});
+
+test('whoever looks while it is written sees the old content or the new', async () => {
+  const old = 'a'.repeat(3e6);
+  const other = 'b'.repeat(4e6);
+  const path = join(folder, 'looked-at.txt');
+  writeFileSync(path, old);
+  const program = `
+    const { writeWhole } = await import(${JSON.stringify(new URL('../../lib/files.js', import.meta.url))});
+    process.stdout.write('ready');
+    for (;;) for (const [letter, count] of [['b', 4e6], ['a', 3e6]])
+      await writeWhole(process.argv[1], letter.repeat(count));`;
+  const child = spawn(process.execPath, ['--input-type=module', '-e', program, path], {
+    cwd: root,
+    stdio: ['ignore', 'pipe', 'inherit'],
+  });
+  const ended = new Promise((done) => child.once('exit', done));
+  await new Promise((done) => child.stdout.once('data', done));
+  for (let i = 0; i < 50; ++i) {
+    const seen = await readFile(path, 'utf8');
+    assert.ok(seen === old || seen === other, `${seen.length} characters`);
+  }
+  child.kill('SIGKILL');
+  await ended;
+  const seen = await readFile(path, 'utf8');
+  assert.ok(seen === old || seen === other, `${seen.length} characters`);
 });

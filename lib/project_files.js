@@ -1,0 +1,73 @@
+// Project files, and the pictures that they name.
+
+import { readFile, realpath, stat } from 'node:fs/promises';
+import { dirname, isAbsolute, relative, resolve, sep } from 'node:path';
+import { ChartTraceError } from './errors.js';
+import { sha256Of, writeWhole } from './files.js';
+import { checkHash, formatProject, parseProject, staysInside } from './project.js';
+
+/** @typedef {import('./project.js').Project} Project */
+
+/** Larger project files are refused: 64 MiB. */
+const MAX_PROJECT = 2 ** 26;
+
+/**
+ * Reads a project file.
+ * @param {string} path
+ * @returns {Promise<Project>}
+ */
+export async function readProject(path) {
+  const { size } = await stat(path);
+  if (size > MAX_PROJECT)
+    throw new ChartTraceError(`${path} is too large for a project.`, {
+      code: 'ERR_PROJECT',
+      expected: `at most ${MAX_PROJECT} bytes`,
+      received: size,
+    });
+  return parseProject(await readFile(path, 'utf8'));
+}
+
+/**
+ * Writes a project file, whole or not at all.
+ * @param {string} path
+ * @param {Project} project
+ */
+export const writeProject = (path, project) => writeWhole(path, formatProject(project));
+
+/**
+ * What a project in the file `project` calls the picture in the file `image`.
+ * @param {string} project
+ * @param {string} image
+ */
+export const pathFromProject = (project, image) =>
+  relative(dirname(resolve(project)), resolve(image)).replaceAll(sep, '/');
+
+/**
+ * Reads the picture of a project, and refuses any but the one the project was made for.
+ * @param {Project} project
+ * @param {string} path Where the project file is.
+ * @param {{anywhere?: boolean}} [options] `anywhere`: whether the picture may lie outside the folder
+ *   of the project. A project from somebody else could name any file, so that it may not by default.
+ * @returns {Promise<Uint8Array>} The content of the picture's file.
+ */
+export async function readProjectImage(project, path, { anywhere = false } = {}) {
+  const { file } = project.image;
+  const folder = dirname(resolve(path));
+  if (!anywhere && !staysInside(file)) throw outside(file);
+  const image = resolve(folder, file);
+  // A link inside the folder may lead out of it.
+  const place = relative(await realpath(folder), await realpath(image));
+  if (!anywhere && (isAbsolute(place) || place.split(sep)[0] === '..')) throw outside(file);
+  const bytes = await readFile(image);
+  checkHash(project, sha256Of(bytes));
+  return bytes;
+}
+
+/** @param {string} file */
+const outside = (file) =>
+  new ChartTraceError(`The picture of the project lies outside its folder: ${file}.`, {
+    code: 'ERR_PROJECT_FOLDER',
+    expected: 'a path inside the folder of the project',
+    received: file,
+    hint: 'Name the picture itself, or allow pictures anywhere if you trust the project.',
+  });
