@@ -101,15 +101,25 @@ function imageReport({ file, width, height, series, error }) {
  */
 function seriesReport({ color, kind, mode, notes, selected, markers, ...found }) {
   let lost = 0;
-  const clean = (/** @type {any} */ value) => {
-    const cleaned = withNumbers(value);
-    lost += cleaned.lost;
-    return cleaned.value;
+  /** @type {(value: any) => any} */
+  const cell = (value) => {
+    if (typeof value !== 'number') return value;
+    if (Number.isFinite(value)) return value + 0; // -0 + 0 is 0.
+    ++lost;
+    return null;
   };
-  const pixels = clean(found.pixels);
-  const values = clean(found.values);
-  const bars = found.bars && found.bars.map(clean);
-  const bins = found.bins && found.bins.map(clean);
+  /** @type {(pair: any) => any} */
+  const pair = (both) => both && [cell(both[0]), cell(both[1])];
+  /** @type {(ends: any) => any} */
+  const bar = (ends) => ends && { end: pair(ends.end), otherEnd: pair(ends.otherEnd) };
+  /** @type {(sides: any) => any} */
+  const bin = (sides) =>
+    sides && { left: cell(sides.left), right: cell(sides.right), top: cell(sides.top) };
+
+  const pixels = found.pixels.map(pair);
+  const values = found.values && found.values.map(pair);
+  const bars = found.bars?.map((one) => ({ pixels: bar(one.pixels), values: bar(one.values) }));
+  const bins = found.bins?.map((one) => ({ pixels: bin(one.pixels), values: bin(one.values) }));
   const note = `numbers left empty, since they are infinite or none at all: ${lost}`;
   return {
     color,
@@ -123,26 +133,6 @@ function seriesReport({ color, kind, mode, notes, selected, markers, ...found })
     ...(bars && { bars }),
     ...(bins && { bins }),
   };
-}
-
-/**
- * A copy of plain data whose numbers are finite and not -0, and how many numbers had to go.
- * @param {any} value
- * @returns {{value: any, lost: number}}
- */
-function withNumbers(value) {
-  if (typeof value === 'number')
-    return Number.isFinite(value) ? { value: value + 0, lost: 0 } : { value: null, lost: 1 };
-  if (value === null || typeof value !== 'object') return { value, lost: 0 };
-  let lost = 0;
-  /** @type {any} */
-  const copy = Array.isArray(value) ? [] : {};
-  for (const [key, part] of Object.entries(value)) {
-    const cleaned = withNumbers(part);
-    copy[key] = cleaned.value;
-    lost += cleaned.lost;
-  }
-  return { value: copy, lost };
 }
 
 /**
