@@ -1,6 +1,8 @@
 // What the package offers wherever JavaScript runs: the native function as it is, and the way from
 // pixels to their values. The entry for browsers, where bundlers take native_browser.js for native.js.
 
+import * as native from '#native';
+
 /** @typedef {import('./axes.js').Axes} Axes */
 /** @typedef {import('./axes.js').AxesDescription} AxesDescription */
 /** @typedef {import('./axes.js').Axis} Axis */
@@ -28,7 +30,6 @@ export { makeAxes, makeAxis, parseReferences } from './axes.js';
 export { chroma, colourDistance, formatColour, parseColour } from './colours.js';
 export { ChartTraceError, LimitError } from './errors.js';
 export { MODES, splitResult } from './modes.js';
-export { engine, trace } from './native.js';
 export { contrastingColour, overlaySvg } from './overlay.js';
 export { findColours, findSeriesColours } from './palette.js';
 export { selectPixels, selectSeries } from './pixels.js';
@@ -42,3 +43,11 @@ export { toTable } from './reports/table.js';
 export { traceChart } from './series.js';
 export { tracePixels } from './tracing.js';
 export { VERSION } from './version.js';
+
+// With their types told here: declarations would name #native, which has none.
+
+/** @type {import('./native.js').Engine} */
+export const engine = native.engine;
+
+/** @type {import('./native.js').Trace} */
+export const trace = native.trace;

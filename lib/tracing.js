@@ -2,7 +2,7 @@
 
 import { checkNumber, LimitError, refuse } from './errors.js';
 import { findMode, splitResult } from './modes.js';
-import { trace } from './native.js';
+import { trace } from '#native';
 
 /**
  * A set of points, x and y in parallel.

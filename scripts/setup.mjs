@@ -104,6 +104,7 @@ const NEEDS = {
       isThere: () => runs('qemu-aarch64-static', ['--version']),
       debian: ['qemu-user-static'],
     },
+    { what: 'wine', isThere: () => runs('wine', ['--version']), debian: ['wine', 'wine64'] },
   ],
   browser: [
     { what: 'Chromium', isThere: () => runs('chromium', ['--version']), debian: ['chromium'] },

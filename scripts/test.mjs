@@ -113,6 +113,27 @@ const STAGES = [
     ],
   },
   {
+    name: 'package',
+    title: 'the package as it is installed and bundled',
+    onlyFull: true,
+    needs: ['wasm', 'cross'],
+    commands: () => [
+      [node, 'scripts/prebuild.mjs'],
+      [node, 'node_modules/typescript/bin/tsc', '--project', 'tsconfig.types.json'],
+      [node, '--test', '--test-reporter=spec', ...filesOf(['test/package'], '.test.js')],
+    ],
+  },
+  {
+    name: 'platforms',
+    title: 'the same bits on other processors and systems and in a browser',
+    onlyFull: true,
+    needs: ['wasm', 'cross', 'emulate', 'browser'],
+    commands: () => [
+      [node, 'scripts/prebuild.mjs'],
+      [node, '--test', '--test-reporter=spec', ...filesOf(['test/platforms'], '.test.js')],
+    ],
+  },
+  {
     name: 'planted',
     title: 'planted bugs: the C++ tests catch each of them',
     onlyFull: true,

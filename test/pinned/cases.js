@@ -101,7 +101,7 @@ function shuffle(random, { x, y }) {
 }
 
 /**
- * The points of a picture, most of them whole pixels in raster order.
+ * The points of a picture, most of them whole pixels in raster order, and the pixel step.
  * @param {Random} random
  */
 function picture(random) {
@@ -118,7 +118,8 @@ function picture(random) {
         points.x.push(left + x);
         points.y.push(top + y);
       }
-  const kind = below(random, 10);
+  let pixelStep = PIXEL_STEPS[below(random, PIXEL_STEPS.length)];
+  const kind = below(random, 12);
   if (kind < 3) shuffle(random, points);
   if (kind === 3) points.x = points.x.map((x) => x + random() * 0.9);
   if (kind === 4) points.y = points.y.map((y) => y * 0.3 + random());
@@ -126,7 +127,28 @@ function picture(random) {
     const hit = below(random, points.x.length);
     points[random() < 0.5 ? 'x' : 'y'][hit] = STRANGE[below(random, STRANGE.length)];
   }
-  return points;
+  if (kind > 8) {
+    pixelStep = [0.1, 0.7, 1.3][kind - 9];
+    points.x = points.x.map((x) => x * pixelStep);
+    points.y = points.y.map((y) => y * pixelStep);
+  }
+  return { ...points, pixelStep };
+}
+
+/**
+ * A cloud that is its own mirror image in the diagonal on which it begins. Twins are equally far from
+ * there, to the last bit, unless a processor leaves out to round one of the two squares.
+ * @param {Random} random
+ */
+function mirrored(random) {
+  const middle = 10 * random();
+  const [x, y] = [[middle], [middle]];
+  for (let twins = 2 + below(random, 30); twins > 0; --twins) {
+    const [a, b] = [20 * random(), 20 * random()];
+    x.push(a, b);
+    y.push(b, a);
+  }
+  return { x, y, pixelStep: 2 + 10 * random() };
 }
 
 /** Takes bits in and tells two words of 32 bits. */
@@ -170,8 +192,7 @@ function pinned(trace, mode, first) {
   let [numbers, failures] = [0, 0];
   for (let i = 0; i < CASES_OF_A_MODE; ++i) {
     const random = randomNumbers(first + i);
-    const { x, y } = picture(random);
-    const pixelStep = PIXEL_STEPS[below(random, PIXEL_STEPS.length)];
+    const { x, y, pixelStep } = below(random, 4) > 0 ? picture(random) : mirrored(random);
     const fraction = FRACTIONS[below(random, FRACTIONS.length)];
     /** @type {ArrayLike<number>} */
     let result = [];

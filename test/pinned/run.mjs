@@ -1,15 +1,15 @@
-// Writes what the module gives in the pinned cases, as JSON.
+// Writes what the module gives in the pinned cases to a file, as JSON.
 //
-//   node test/pinned/run.mjs MODULE [FILE]     to standard output when no FILE is named
+//   node test/pinned/run.mjs MODULE FILE
+//
+// The global process, and no standard output: there is none for Node.js under wine.
 
 import { writeFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import { resolve } from 'node:path';
-import process from 'node:process';
 import { pinnedResults } from './cases.js';
 
 const [module, file] = process.argv.slice(2);
 const { trace } = createRequire(import.meta.url)(resolve(module));
-const text = JSON.stringify({ arch: process.arch, results: pinnedResults(trace) });
-if (file) writeFileSync(file, text);
-else process.stdout.write(text);
+const { platform, arch } = process;
+writeFileSync(file, JSON.stringify({ host: `${platform}-${arch}`, results: pinnedResults(trace) }));
