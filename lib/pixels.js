@@ -3,7 +3,7 @@
 import { parseColour } from './colours.js';
 import { refuse } from './errors.js';
 import { clip } from './masks.js';
-import { IN, membershipOf, NEAR, OUT } from './membership.js';
+import { IN, membershipOf, OUT } from './membership.js';
 import { paletteOf } from './palette.js';
 import { COLOUR_BITS, COLOURS, unpackColour, viewOf } from './view.js';
 
@@ -84,7 +84,7 @@ export function selectSeries(picture, options) {
 }
 
 // So many pixels of a large picture tell its colours.
-const ENOUGH = 1e6;
+const ENOUGH = 500_000;
 const MOST_RIVALS = 16;
 
 /**
@@ -143,7 +143,8 @@ const isRgb = (colour) =>
   colour.every((level) => Number.isInteger(level) && level >= 0 && level <= 255);
 
 /**
- * Marks the pixels of a view by their colours. Every colour is asked for once.
+ * Marks the pixels of a view by their colours; every colour is asked for once. Of those marked NEAR it
+ * takes in what has one marked IN around it; what was so taken in takes in nothing else.
  * @param {View} view
  * @param {(packed: number) => number} membership
  * @returns {{marks: Uint8Array, count: number}} IN for the pixels of the series, row by row, a multiple
@@ -152,8 +153,9 @@ const isRgb = (colour) =>
 function marksOf({ pixels, width, box, columns, rows, open }, membership) {
   const marks = new Uint8Array(4 * Math.ceil((columns * rows) / 4));
   const known = new Uint8Array(COLOURS);
+  /** @type {number[]} */
+  const near = [];
   let count = 0;
-  let unsettled = 0;
   let last = -1;
   let mark = OUT;
   for (let row = 0, at = 0; row < rows; ++row) {
@@ -168,31 +170,19 @@ function marksOf({ pixels, width, box, columns, rows, open }, membership) {
       if (mark === OUT || (open !== undefined && open[at] === 0)) continue;
       marks[at] = mark;
       if (mark === IN) ++count;
-      else ++unsettled;
+      else near.push(at);
     }
   }
-  if (unsettled > 0) count += settle(marks, columns, rows);
-  return { marks, count };
+  const taken = near.filter((place) => hasNeighbour(marks, columns, rows, place));
+  for (const place of taken) marks[place] = IN;
+  return { marks, count: count + taken.length };
 }
 
-/**
- * Takes in the pixels marked NEAR that have one marked IN within two rows and columns. Those taken in
- * do not take in others.
- * @param {Uint8Array} marks
- * @param {number} columns
- * @param {number} rows
- * @returns {number} How many were taken in.
- */
-function settle(marks, columns, rows) {
-  const taken = [];
-  for (let at = 0; at < marks.length; ++at)
-    if (marks[at] === NEAR && hasNeighbour(marks, columns, rows, at)) taken.push(at);
-  for (const at of taken) marks[at] = IN;
-  return taken.length;
-}
+// How many rows and columns away a pixel that is the series for sure takes in one that is near it.
 const REACH = 2;
 
 /**
+ * Whether a place has a pixel marked IN around it.
  * @param {Uint8Array} marks
  * @param {number} columns
  * @param {number} rows

@@ -117,6 +117,24 @@ test('a JPEG, whose chroma is smeared, gives nearly the same pixels', async () =
       }
 });
 
+test('what lost most of its chroma is of the series only beside pixels that are it for sure', () => {
+  // Nearly as dark as the series' colour, with a fifth of its chroma; and with next to none.
+  for (const [faded, want] of /** @type {[string, number][]} */ ([
+    ['#6b7d89', 1],
+    ['#76787a', 0],
+  ])) {
+    const picture = canvas(60, 30);
+    paint(picture, '#1f77b4', bar(10, 10, 20, 20));
+    paint(picture, faded, bar(22, 15, 22, 15));
+    paint(picture, faded, bar(24, 15, 24, 15));
+    paint(picture, faded, bar(40, 15, 40, 15));
+    const { x, y } = selectSeries(picture, { colour: '#1f77b4' });
+    assert.equal(x.length, 11 * 11 + want, faded);
+    assert.equal(Math.max(...x), want ? 22 : 20);
+    assert.equal(Math.min(...y), 10);
+  }
+});
+
 test('a series may have several colours, and what lies between them is of the series', () => {
   const picture = chart();
   const [outer, inner] = [disc(100, 90, 12), disc(100, 90, 6)];
