@@ -20,6 +20,9 @@
 // lengths are image pixels, y grows downwards. `pixel_step`, the spacing of neighbouring pixels,
 // means nothing to point_density; `cluster_fraction` means nothing to bars, histogram and steps.
 // The x and y result have equal lengths in every mode but step_size_graph.
+// Every bit of a result is the same on every processor, but for a NaN that arithmetic made, as the
+// sum of both infinities is: it is a NaN everywhere, its sign is the processor's. No caller in
+// JavaScript can tell, as the host's arrays of numbers know a single NaN.
 class Autotrace {
  public:
   Autotrace(std::vector<double> x, std::vector<double> y, double pixel_step, std::string mode,

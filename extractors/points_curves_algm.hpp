@@ -23,6 +23,10 @@ class Points_curves_algm {
   Points_curves_algm(std::vector<double> x, std::vector<double> y, double pixel_step,
                      std::string method, double cluster_fraction);
 
+  // Reduces the groups to points and curves. The constructor calls this, once: another call would
+  // add everything a second time.
+  void points_curves();
+
   std::vector<double> x_get_points() const& { return x_centres; }
   std::vector<double> y_get_points() const& { return y_centres; }
   std::vector<double> x_get_curves() const& { return x_curves; }
@@ -31,7 +35,6 @@ class Points_curves_algm {
   std::vector<double> y_get_points_curves() const& { return y_points_curves; }
 
  private:
-  void points_curves();
   void sort_out_groups();
   void reduce_curve();
 

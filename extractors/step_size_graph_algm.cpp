@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 #include "extractors/height_changes.hpp"
 #include "indexing/compartment_index.hpp"
@@ -32,8 +33,12 @@ struct Compartment {
   double sum_x = 0.0;
   double sum_y = 0.0;
 
-  // The mean of a sum; NaN without points.
-  double mean(double sum) const { return sum / static_cast<std::int32_t>(size); }
+  // The mean of a sum. Without points the NaN of average_of_numbers: the sign of that of a division
+  // hangs on the processor.
+  double mean(double sum) const {
+    if (size == 0) return std::numeric_limits<double>::quiet_NaN();
+    return sum / static_cast<std::int32_t>(size);
+  }
 };
 
 std::vector<Compartment> compartments_of(const std::vector<double>& x, const std::vector<double>& y,

@@ -1280,6 +1280,11 @@ export const bugs = {
       replace: 'compartment.size <= threshold',
     },
     {
+      name: 'the mean of no points is a division of zeros',
+      find: 'if (size == 0) return std::numeric_limits<double>::quiet_NaN();',
+      replace: '',
+    },
+    {
       name: 'empty compartments do not count to the mean',
       find: 'const double mean = points / chart_trace::count_of(compartments);',
       replace:
