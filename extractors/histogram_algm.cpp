@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "extractors/height_changes.hpp"
-#include "indexing/compartment_index.hpp"
+#include "grouping/compartment_index.hpp"
 #include "primitives/vectors.hpp"
 
 namespace {
@@ -22,7 +22,8 @@ Tops tops_of(const std::vector<double>& x, const std::vector<double>& y, double 
     double y;  // NaN as long as there is none: no point in a compartment has a NaN
   };
   constexpr double none = std::numeric_limits<double>::quiet_NaN();
-  const chart_trace::Compartment_index index(x, y, width);
+  using chart_trace::Compartment_index;
+  const Compartment_index index(x, y, width, Compartment_index::Empty::gap_as_one);
   // The last one is for the points that no compartment takes.
   std::vector<Top> compartments(index.count() + 1, Top{none, none});
   index.for_each_stretch([&](std::size_t compartment, std::size_t begin, std::size_t end) {

@@ -6,12 +6,13 @@
 #include <limits>
 
 #include "extractors/height_changes.hpp"
-#include "indexing/compartment_index.hpp"
+#include "grouping/compartment_index.hpp"
 #include "primitives/to_int32.hpp"
 #include "primitives/vectors.hpp"
 
 namespace {
 
+using chart_trace::Compartment_index;
 using chart_trace::mean_of;
 
 // The centres of consecutive treads at one height, left to right.
@@ -42,7 +43,7 @@ struct Compartment {
 };
 
 std::vector<Compartment> compartments_of(const std::vector<double>& x, const std::vector<double>& y,
-                                         const chart_trace::Compartment_index& index) {
+                                         const Compartment_index& index) {
   // The last one is for the points that no compartment takes.
   std::vector<Compartment> compartments(index.count() + 1);
   index.for_each_stretch([&](std::size_t k, std::size_t begin, std::size_t end) {
@@ -58,14 +59,15 @@ std::vector<Compartment> compartments_of(const std::vector<double>& x, const std
   return compartments;
 }
 
-// The number of points from which on a compartment is a riser. The factor is the single-precision
-// value of 1.2, a little above 1.2: a mean of exactly 5 gives 7, not 6.
-std::int64_t riser_threshold(const std::vector<Compartment>& compartments) {
+// The number of points from which on a compartment is a riser, if there are `count` of them, empty
+// ones included. The factor is the single-precision value of 1.2, a little above 1.2: a mean of
+// exactly 5 gives 7, not 6.
+std::int64_t riser_threshold(const std::vector<Compartment>& compartments, std::size_t count) {
   double points = 0.0;
   for (const Compartment& compartment : compartments) {
     points += static_cast<double>(compartment.size);
   }
-  const double mean = points / chart_trace::count_of(compartments);
+  const double mean = points / static_cast<std::int32_t>(count);
   return chart_trace::to_int32(std::ceil(mean * static_cast<double>(1.2F)));
 }
 
@@ -77,9 +79,9 @@ struct Treads_and_risers {
   std::size_t last_riser = 0;
 };
 
-Treads_and_risers sort_out(const std::vector<Compartment>& compartments) {
+Treads_and_risers sort_out(const std::vector<Compartment>& compartments, std::size_t count) {
   // Compared without a sign, so that a threshold below 0 would make every compartment a tread.
-  const auto threshold = static_cast<std::uint64_t>(riser_threshold(compartments));
+  const auto threshold = static_cast<std::uint64_t>(riser_threshold(compartments, count));
   Treads_and_risers sorted;
   for (std::size_t k = 0; k < compartments.size(); ++k) {
     const Compartment& compartment = compartments[k];
@@ -167,8 +169,12 @@ struct Polyline {
 Step_size_graph_algm::Step_size_graph_algm(std::vector<double> x, std::vector<double> y,
                                            double compartment_width)
     : x_points(std::move(x)), y_points(std::move(y)) {
-  const chart_trace::Compartment_index index(x_points, y_points, compartment_width);
-  const Treads_and_risers sorted = sort_out(compartments_of(x_points, y_points, index));
+  // One empty compartment does what a gap of many does: it is a tread without a centre, and a
+  // single one makes one step of all treads.
+  const Compartment_index index(x_points, y_points, compartment_width,
+                                Compartment_index::Empty::gap_as_one);
+  const Treads_and_risers sorted =
+      sort_out(compartments_of(x_points, y_points, index), index.total());
   if (sorted.tread_centres.x.empty() || !sorted.has_risers) return;
 
   Riser first_riser;

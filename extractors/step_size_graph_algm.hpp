@@ -20,7 +20,8 @@
 // results are empty.
 // NaN: a compartment without points is a tread with a NaN centre, and all treads then form one
 // step.
-// Cost: four passes over the points, one over the compartments, which are never built.
+// Cost: four passes over the points, one over the compartments, which are never built: memory is
+// bounded by the points.
 class Step_size_graph_algm {
  public:
   Step_size_graph_algm(std::vector<double> x, std::vector<double> y, double compartment_width);

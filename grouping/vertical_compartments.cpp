@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <utility>
 
-#include "indexing/compartment_index.hpp"
-#include "indexing/pixel_sort.hpp"
+#include "grouping/compartment_index.hpp"
+#include "grouping/pixels_by_compartment.hpp"
 
 Vertical_compartments::Vertical_compartments(std::vector<double> x, std::vector<double> y,
                                              double compartment_width)
@@ -20,7 +20,9 @@ Vertical_compartments::Vertical_compartments(std::vector<double> x, std::vector<
 
 // A counting sort: the points of every compartment are counted, then moved there in input order.
 void Vertical_compartments::divide() {
-  const chart_trace::Compartment_index index(x_points, y_points, compartment_width);
+  using chart_trace::Compartment_index;
+  const Compartment_index index(x_points, y_points, compartment_width,
+                                Compartment_index::Empty::each);
   // The last one is for the points that no compartment takes.
   std::vector<std::uint32_t> places(index.count() + 1);
   index.for_each_stretch([&](std::size_t compartment, std::size_t begin, std::size_t end) {

@@ -14,6 +14,7 @@
 
 #include "extractors/histogram_algm.hpp"
 #include "extractors/step_size_graph_algm.hpp"
+#include "grouping/compartment_index.hpp"
 #include "grouping/vertical_compartments.hpp"
 #include "test/cpp/property_cases.hpp"
 
@@ -184,6 +185,43 @@ TEST(Compartment_paths, borders_that_move_unevenly_equal_the_oracle) {
       ASSERT_TRUE(equal_the_oracle(set, width));
     }
   }
+}
+
+// Points in clumps far from each other, some of them on borders, some without a y.
+Set clumps(Random& random, double width) {
+  Set set;
+  double border = random.pick<double>({0.0, -30.0, 0.7, 9007199254740992.0 - 500.0});
+  for (std::uint64_t k = 1 + random.below(6); k > 0; --k) {
+    for (std::uint64_t n = 1 + random.below(5); n > 0; --n) {
+      set.x.push_back(border + width * random.pick<double>({0.0, 0.0, 0.5, 1.0, 3.0}));
+      set.y.push_back(random.one_in(12) ? nan : static_cast<double>(random.below(9)));
+    }
+    for (std::uint64_t n = random.below(400); n > 0; --n) border += width;
+  }
+  if (random.one_in(8)) set.x[random.below(set.x.size())] = nan;
+  return set;
+}
+
+TEST(Compartment_paths, few_points_in_many_compartments_equal_the_oracle) {
+  for (std::uint64_t seed = 0; seed < 1000; ++seed) {
+    Random random(seed);
+    const double width = random.pick<double>({1.0, 0.1, 1.0 / 3.0, 2.5});
+    const Set set = clumps(random, width);
+    ASSERT_TRUE(equal_the_oracle(set, width)) << "seed " << seed;
+  }
+}
+
+TEST(Compartment_paths, a_gap_as_one_needs_no_more_compartments_than_two_a_point) {
+  const Set set{{5e6, 0.0, 1e7, 5e6}, {1.0, 2.0, nan, 4.0}};
+  const chart_trace::Compartment_index index(set.x, set.y, 1.0,
+                                             chart_trace::Compartment_index::Empty::gap_as_one);
+  // One more than ten million: a point was left over, and the largest x lies on a border.
+  EXPECT_EQ(index.total(), 10'000'001U);
+  EXPECT_EQ(index.count(), 6U);  // three that points lie in and three gaps
+  // So few points make every compartment with one a riser, and every other a tread without centre.
+  const Step_size_graph_algm steps(set.x, set.y, 1.0);
+  EXPECT_TRUE(same_bits(steps.x_step_func(), {nan, nan}));
+  EXPECT_TRUE(same_bits(steps.y_step_func(), {nan, nan, 1.0}));
 }
 
 TEST(Compartment_paths, more_compartments_than_can_be_counted_are_refused_at_once) {

@@ -1050,21 +1050,47 @@ export const bugs = {
     },
   ],
 
-  'indexing/compartment_borders.cpp': [
+  'grouping/compartment_borders.cpp': [
     {
       name: 'borders are multiples of the width',
-      find: 'right_.push_back(width + border);',
-      replace: 'right_.push_back(left + static_cast<double>(right_.size()) * width);',
+      find: 'right_.push_back(width + border);\n    if (!(right_.back() > border)) break;\n    border = right_.back();\n  } while',
+      replace:
+        'right_.push_back(left + static_cast<double>(right_.size()) * width);\n    if (!(right_.back() > border)) break;\n    border = right_.back();\n  } while',
     },
     {
       name: 'points left over make no compartment behind the last border',
-      find: '(border == last && beyond)',
-      replace: '(border == last && beyond && width < 0.0)',
+      find: '(border == last && beyond));\n  total_',
+      replace: '(border == last && beyond && width < 0.0));\n  total_',
     },
     {
       name: 'a border that does not move goes on',
-      find: 'if (!(right_.back() > border)) break;',
-      replace: 'if (right_.back() < border) break;',
+      find: 'if (!(right_.back() > border)) break;\n    border = right_.back();\n  } while',
+      replace: 'if (right_.back() < border) break;\n    border = right_.back();\n  } while',
+    },
+    {
+      name: 'a gap reaches as far as the compartment behind it',
+      find: 'if (gap > 0) right_.push_back(border);',
+      replace: '',
+    },
+    {
+      name: 'a gap takes a point on its right border from the compartment behind it',
+      find: 'right < x && right > border',
+      replace: 'right <= x && right > border',
+    },
+    {
+      name: 'a gap is passed over borders that do not move',
+      find: 'right < x && right > border',
+      replace: 'right < x',
+    },
+    {
+      name: 'a gap counts as one compartment',
+      find: 'total_ += gap + 1;',
+      replace: 'total_ += (gap > 0 ? 2 : 1);',
+    },
+    {
+      name: 'points left over make no compartment behind the last of few points',
+      find: '(border == last && beyond));\n}',
+      replace: '(border == last && beyond && width < 0.0));\n}',
     },
     {
       name: 'the search puts a point on a border to the right of it',
@@ -1073,7 +1099,7 @@ export const bugs = {
     },
   ],
 
-  'indexing/compartment_borders.hpp': [
+  'grouping/compartment_borders.hpp': [
     {
       name: 'the proposed compartment is taken without a look at its borders',
       find: 'if (interval(k).holds(x)) return k;',
@@ -1086,7 +1112,17 @@ export const bugs = {
     },
   ],
 
-  'indexing/compartment_index.cpp': [
+  'grouping/compartment_index.cpp': [
+    {
+      name: 'few points in many compartments need not be in order',
+      find: '  std::sort(numbers.begin(), numbers.end());\n',
+      replace: '',
+    },
+    {
+      name: 'a NaN is a point that compartments are kept for',
+      find: 'return !std::isnan(value); }',
+      replace: 'return true || std::isnan(value); }',
+    },
     {
       name: 'a NaN as first y takes points all the same',
       find: 'takes_any_ = !std::isnan(y[0]);',
@@ -1099,7 +1135,7 @@ export const bugs = {
     },
   ],
 
-  'indexing/compartment_index.hpp': [
+  'grouping/compartment_index.hpp': [
     {
       name: 'a stretch goes on over a NaN',
       find: 'x[end] == x[begin] && !std::isnan(y[end])',
@@ -1112,7 +1148,7 @@ export const bugs = {
     },
   ],
 
-  'indexing/pixel_sort.cpp': [
+  'grouping/pixels_by_compartment.cpp': [
     {
       name: 'a fraction is cut off',
       find: 'return number == value;',
@@ -1286,7 +1322,7 @@ export const bugs = {
     },
     {
       name: 'empty compartments do not count to the mean',
-      find: 'const double mean = points / chart_trace::count_of(compartments);',
+      find: 'const double mean = points / static_cast<std::int32_t>(count);',
       replace:
         'double full = 0.0;\n  for (const auto& each : compartments) full += each.size > 0 ? 1.0 : 0.0;\n  const double mean = points / full;',
     },

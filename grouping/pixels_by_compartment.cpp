@@ -1,11 +1,11 @@
-#include "indexing/pixel_sort.hpp"
+#include "grouping/pixels_by_compartment.hpp"
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 #include <utility>
 
-#include "indexing/compartment_borders.hpp"
+#include "grouping/compartment_borders.hpp"
 
 namespace chart_trace {
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 namespace chart_trace {
@@ -24,7 +25,16 @@ class Compartment_borders {
   // more compartments than a signed 32-bit count can tell.
   Compartment_borders(double left, double last, double width, bool beyond);
 
-  std::size_t count() const { return count_; }
+  // The same compartments from the first to the last of `points`, but neighbours that hold none of
+  // them are one. `points` are x values in rising order, at least one, none of them NaN.
+  // Cost: one addition a compartment; memory for the points alone.
+  Compartment_borders(const std::vector<double>& points, double width, bool beyond);
+
+  // The number of compartments; those that are one count once.
+  std::size_t count() const { return right_.size() - 1; }
+
+  // The number of compartments when each counts.
+  std::size_t total() const { return total_; }
 
   // The compartment of a point at `x`, which must not lie left of them all. A point that none
   // takes, such as one at NaN, gets count().
@@ -52,11 +62,11 @@ class Compartment_borders {
   std::size_t search(double x) const;
 
   double left_ = 0.0;
-  double per_unit_ = 0.0;  // compartments to a unit of x, a touch too few
-  std::size_t count_ = 0;
-  double count_as_double_ = 0.0;
+  double per_unit_ = 0.0;         // compartments to a unit of x, a touch too few
+  double count_as_double_ = 0.0;  // 0 when all are searched for
+  std::size_t total_ = 0;
   // right_[k + 1] is the right border of compartment k. No point lies at or left of right_[0], NaN.
-  std::vector<double> right_;
+  std::vector<double> right_{std::numeric_limits<double>::quiet_NaN()};
 };
 
 }  // namespace chart_trace

@@ -1,6 +1,7 @@
-#include "indexing/compartment_index.hpp"
+#include "grouping/compartment_index.hpp"
 
 #include <algorithm>
+#include <iterator>
 
 namespace chart_trace {
 namespace {
@@ -40,14 +41,32 @@ bool holds_nan(const std::vector<double>& x, const std::vector<double>& y) {
   return false;
 }
 
+// Whether most compartments are certainly empty.
+bool is_sparse(const Range& range, double width, std::size_t points) {
+  return (range.last - range.left) / width > 8.0 * static_cast<double>(points);
+}
+
+std::vector<double> sorted_numbers(const std::vector<double>& values) {
+  std::vector<double> numbers;
+  std::copy_if(values.begin(), values.end(), std::back_inserter(numbers),
+               [](double value) { return !std::isnan(value); });
+  std::sort(numbers.begin(), numbers.end());
+  return numbers;
+}
+
 }  // namespace
 
 Compartment_index::Compartment_index(const std::vector<double>& x, const std::vector<double>& y,
-                                     double width)
+                                     double width, Empty empty)
     : x_(x), y_(y) {
   if (x.empty() || std::isnan(x[0])) return;
   const Range range = range_of(x);
-  borders_ = Compartment_borders(range.left, range.last, width, holds_nan(x, y));
+  const bool beyond = holds_nan(x, y);
+  if (empty == Empty::gap_as_one && is_sparse(range, width, x.size())) {
+    borders_ = Compartment_borders(sorted_numbers(x), width, beyond);
+  } else {
+    borders_ = Compartment_borders(range.left, range.last, width, beyond);
+  }
   takes_any_ = !std::isnan(y[0]);
 }
 

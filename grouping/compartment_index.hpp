@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "indexing/compartment_borders.hpp"
+#include "grouping/compartment_borders.hpp"
 
 namespace chart_trace {
 
@@ -20,10 +20,18 @@ namespace chart_trace {
 // The vectors must outlive the index. Cost: one pass here, one for each call of a function below.
 class Compartment_index {
  public:
-  Compartment_index(const std::vector<double>& x, const std::vector<double>& y, double width);
+  // How compartments without points are told: each, or, where there are far more compartments than
+  // points, all of a gap as one empty compartment, so that memory is bounded by the points.
+  enum class Empty { each, gap_as_one };
 
-  // The number of compartments, empty ones included.
+  Compartment_index(const std::vector<double>& x, const std::vector<double>& y, double width,
+                    Empty empty);
+
+  // The number of compartments told, empty ones included.
   std::size_t count() const { return borders_.count(); }
+
+  // The number of compartments there are.
+  std::size_t total() const { return borders_.total(); }
 
   // Calls visit(compartment, begin, end) for all points in input order, a stretch of neighbours at
   // a time: the points from begin to end - 1 have the same x and one compartment. Those that none
