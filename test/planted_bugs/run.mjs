@@ -6,9 +6,10 @@
 //   node test/planted_bugs/run.mjs --check    whether each bug still finds its place; builds nothing
 //
 // The copy stands in build/planted_bugs and is built at -O1, file by file as bugs come and go. A
-// bug first meets the tests of single classes; only if those pass, the property tests. A crash and
-// a run that takes too long or too much memory count as caught. Exits with 1 when a bug survives,
-// does not compile or no longer finds its place.
+// bug first meets the suite that caught the one before it, which as a rule stands in the same file;
+// then the tests of single classes, then those that drive every path, then the property tests. A
+// crash and a run that takes too long or too much memory count as caught. Exits with 1 when a bug
+// survives, does not compile or no longer finds its place.
 
 import { spawnSync } from 'node:child_process';
 import {
@@ -46,10 +47,12 @@ const COPIED = [
   'test/oracle',
 ];
 
+const PATH_TESTS = '*_paths.*';
 const PROPERTY_TESTS = '*_property.*:Metamorphic.*';
 /** @type {Stage[]} */
 const STAGES = [
-  { title: 'class tests', filter: `-${PROPERTY_TESTS}`, seconds: 30 },
+  { title: 'class tests', filter: `-${PATH_TESTS}:${PROPERTY_TESTS}`, seconds: 30 },
+  { title: 'path tests', filter: PATH_TESTS, seconds: 60 },
   { title: 'property tests', filter: PROPERTY_TESTS, seconds: 300 },
 ];
 const MEMORY_IN_KIB = 4 * 1024 * 1024;
@@ -163,6 +166,16 @@ function failureOf({ filter, seconds }) {
 }
 
 /**
+ * The stage of the one suite that a test belongs to.
+ * @param {string} test
+ * @returns {Stage[]} None when there was no test, but a crash.
+ */
+function suiteOf(test) {
+  const suite = /^(\w+)\.\w+$/.exec(test)?.[1];
+  return suite ? [{ title: 'the suite before', filter: `${suite}.*`, seconds: 300 }] : [];
+}
+
+/**
  * What catches bugs must pass without any.
  * @param {Stage} stage
  */
@@ -176,18 +189,19 @@ function demandThatItPasses(stage) {
 /**
  * Plants a bug, builds, tests and heals.
  * @param {Bug} bug
- * @returns {{caughtBy?: Stage, how: string}}
+ * @param {Stage[]} stages
+ * @returns {{isCaught: boolean, how: string}}
  */
-function judge(bug) {
+function judge(bug, stages) {
   plant(bug);
   try {
     const { ok, output } = build();
-    if (!ok) return { how: `does not compile:\n${output}` };
-    for (const stage of STAGES) {
+    if (!ok) return { isCaught: false, how: `does not compile:\n${output}` };
+    for (const stage of stages) {
       const failure = failureOf(stage);
-      if (failure) return { caughtBy: stage, how: `${stage.title}: ${failure}` };
+      if (failure) return { isCaught: true, how: failure };
     }
-    return { how: 'survived' };
+    return { isCaught: false, how: 'survived' };
   } finally {
     heal(bug);
   }
@@ -218,19 +232,18 @@ if (process.argv.includes('--check')) {
 
 copyTree();
 configure();
-demandThatItPasses(STAGES[0]);
+STAGES.forEach(demandThatItPasses);
 
 const start = performance.now();
 const survivors = [];
-const needed = new Set();
+/** @type {Stage[]} */
+let suiteBefore = [];
 for (const bug of chosen) {
-  const { caughtBy, how } = judge(bug);
-  if (caughtBy) needed.add(caughtBy);
+  const { isCaught, how } = judge(bug, [...suiteBefore, ...STAGES]);
+  if (isCaught) suiteBefore = suiteOf(how);
   else survivors.push(bug);
-  console.log(`${caughtBy ? 'caught' : 'MISSED'}  ${bug.file}: ${bug.name}\n        ${how}`);
+  console.log(`${isCaught ? 'caught' : 'MISSED'}  ${bug.file}: ${bug.name}\n        ${how}`);
 }
-// The property tests take long, so they are held against the core without bugs only if they count.
-if (needed.has(STAGES[1])) demandThatItPasses(STAGES[1]);
 const seconds = ((performance.now() - start) / 1000).toFixed(0);
 console.log(`${chosen.length - survivors.length} of ${chosen.length} caught in ${seconds} s`);
 if (survivors.length > 0) {
