@@ -2,11 +2,22 @@
 # cpp_code.wasm. The only target that sees Node headers. They come from the npm packages that the lock
 # file pins, or from the system.
 
+# The folder of an npm package, or an empty path. Node.js is asked, for what an installed package
+# needs lies beside it, or wherever else the package manager has put it.
+function(find_npm_package name folder)
+  execute_process(
+    COMMAND node -p "path.dirname(require.resolve('${name}/package.json'))"
+    WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}"
+    OUTPUT_VARIABLE found OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+  file(TO_CMAKE_PATH "${found}" found)
+  set(${folder} "${found}" PARENT_SCOPE)
+endfunction()
+
 if(CHART_TRACE_NODE_HEADERS STREQUAL "npm")
-  set(node_modules "${CMAKE_SOURCE_DIR}/node_modules")
-  set(node_header_dirs
-    "${node_modules}/node-addon-api" "${node_modules}/node-api-headers/include")
-  set(node_header_remedy "run `npm ci --ignore-scripts` in ${CMAKE_SOURCE_DIR}")
+  find_npm_package(node-addon-api addon_api_package)
+  find_npm_package(node-api-headers api_headers_package)
+  set(node_header_dirs "${addon_api_package}" "${api_headers_package}/include")
+  set(node_header_remedy "run `npm install --ignore-scripts` in ${CMAKE_SOURCE_DIR}")
 elseif(CHART_TRACE_NODE_HEADERS STREQUAL "system")
   # Debian and its kin keep node_api.h in include/node (package libnode-dev) and napi.h in
   # share/nodejs/node-addon-api (package node-addon-api), below /usr or CMAKE_PREFIX_PATH.

@@ -7,10 +7,12 @@
 
 import { spawnSync } from 'node:child_process';
 import { existsSync, readFileSync, rmSync } from 'node:fs';
+import { createRequire } from 'node:module';
 import { availableParallelism } from 'node:os';
 import { dirname, join } from 'node:path';
 import process from 'node:process';
 import { fileURLToPath } from 'node:url';
+import { hasRecentCmake } from './cmake.mjs';
 
 const root = dirname(dirname(fileURLToPath(import.meta.url)));
 const buildFolder = join(root, 'build', 'addon');
@@ -38,32 +40,43 @@ function versionOf(program) {
 /** The line that installs the build tools on this system. */
 function installLine() {
   if (process.platform === 'darwin') return 'xcode-select --install; brew install cmake ninja';
-  if (existsSync('/usr/bin/apt-get'))
-    return `${process.getuid?.() === 0 ? '' : 'sudo '}apt-get install -y cmake ninja-build g++`;
+  if (existsSync('/usr/bin/apt-get')) {
+    const apt = process.getuid?.() === 0 ? 'apt-get' : 'sudo apt-get';
+    return `${apt} update && ${apt} install -y cmake ninja-build g++`;
+  }
   if (existsSync('/usr/bin/dnf')) return 'sudo dnf install -y cmake ninja-build gcc-c++';
   return 'install CMake 3.21 or newer and a C++17 compiler';
-}
-
-/** Whether this CMake knows the presets: version 3.21 or newer. */
-function isRecentCmake(version = '') {
-  const [, major, minor] = (/version (\d+)\.(\d+)/.exec(version) ?? []).map(Number);
-  return major > 3 || (major === 3 && minor >= 21);
 }
 
 /** Stops unless everything that the build needs is there. */
 function requireTools() {
   const compilers = process.env.CXX ? [process.env.CXX.split(' ')[0]] : ['c++', 'g++', 'clang++'];
   const missing = [];
-  if (!isRecentCmake(versionOf('cmake'))) missing.push('CMake 3.21 or newer');
+  if (!hasRecentCmake()) missing.push('CMake 3.21 or newer');
   if (process.platform !== 'win32' && !compilers.some(versionOf))
     missing.push(`a C++ compiler (tried ${compilers.join(', ')})`);
   if (missing.length > 0)
     stop(`the module cannot be built without ${missing.join(' and ')}. Type:\n  ${installLine()}`);
 
-  const headers = ['node-addon-api/napi.h', 'node-api-headers/include/node_api.h'];
   const fromNpm = !options.includes('-DCHART_TRACE_NODE_HEADERS=system');
-  if (fromNpm && !headers.every((header) => existsSync(join(root, 'node_modules', header))))
-    stop(`the Node-API headers are not in ${root}. Type there:\n  npm ci --ignore-scripts`);
+  if (fromNpm && !['node-addon-api', 'node-api-headers'].every(isInstalled))
+    stop(
+      'the packages with the Node-API headers are not installed. ' +
+        `Type in ${root}:\n  npm install --ignore-scripts`,
+    );
+}
+
+/**
+ * Whether Node.js finds a package from here, in whatever folder npm has put it.
+ * @param {string} name
+ */
+function isInstalled(name) {
+  try {
+    createRequire(import.meta.url).resolve(`${name}/package.json`);
+    return true;
+  } catch {
+    return false;
+  }
 }
 
 /**

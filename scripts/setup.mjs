@@ -11,6 +11,7 @@ import { tmpdir } from 'node:os';
 import { dirname, join } from 'node:path';
 import process from 'node:process';
 import { fileURLToPath } from 'node:url';
+import { hasRecentCmake } from './cmake.mjs';
 
 export const root = dirname(dirname(fileURLToPath(import.meta.url)));
 
@@ -202,12 +203,6 @@ function run(program, args, stdio = 'pipe') {
  */
 function runs(program, args) {
   return run(program, args).status === 0;
-}
-
-function hasRecentCmake() {
-  const { stdout } = run('cmake', ['--version']);
-  const [, major, minor] = (/version (\d+)\.(\d+)/.exec(stdout ?? '') ?? []).map(Number);
-  return major > 3 || (major === 3 && minor >= 21);
 }
 
 /**

@@ -6,7 +6,8 @@
 //
 // A stage is an entry of the table below; to add one, add an entry.
 
-import { spawnSync } from 'node:child_process';
+import { spawn, spawnSync } from 'node:child_process';
+import { once } from 'node:events';
 import { existsSync, readdirSync } from 'node:fs';
 import { availableParallelism } from 'node:os';
 import { join } from 'node:path';
@@ -23,6 +24,8 @@ import { root, setUp, stop } from './setup.mjs';
  * @property {import('./setup.mjs').Purpose[]} [needs] What it is set up for beyond the others.
  * @property {() => Command[]} commands Asked for when the stage begins. Run from the root, one after
  *   another; each must exit with 0.
+ * @property {() => Command[]} [sideBySide] The same, but run afterwards, as many at a time as there
+ *   are processors; only those that fail are heard.
  */
 
 const node = process.execPath;
@@ -70,19 +73,17 @@ const STAGES = [
   {
     name: 'tidy',
     title: 'clang-tidy on the module',
-    commands: () => [
-      ['cmake', '--preset', 'addon', '--log-level=WARNING'],
-      [
+    commands: () => [['cmake', '--preset', 'addon', '--log-level=WARNING']],
+    sideBySide: () =>
+      [...filesOf(CORE_FOLDERS, '.cpp'), 't.cpp'].map((file) => [
         'clang-tidy',
         '--quiet',
         '-p',
         'build/addon',
         // The compilation database may name warnings that only g++ knows.
         '--extra-arg=-Wno-unknown-warning-option',
-        ...filesOf(CORE_FOLDERS, '.cpp'),
-        't.cpp',
-      ],
-    ],
+        file,
+      ]),
   },
   {
     name: 'clang',
@@ -196,22 +197,55 @@ function chosenStages(names) {
 }
 
 /**
+ * Ends the process with the command of a stage that failed.
+ * @param {string} stage
+ * @param {Command} command
+ * @param {string} how
+ * @returns {never}
+ */
+function fail(stage, command, how) {
+  stop(`Stage ${stage} failed: ${how} of\n  ${command.join(' ').slice(0, 200)}`);
+}
+
+/**
  * Runs a stage; ends the process when one of its commands fails.
  * @param {Stage} stage
- * @returns {string} Its line in the summary.
+ * @returns {Promise<string>} Its line in the summary.
  */
-function runStage({ name, title, commands }) {
+async function runStage({ name, title, commands, sideBySide }) {
   console.log(`\n== ${name}: ${title}`);
   const start = performance.now();
-  for (const [program, ...args] of commands()) {
+  for (const command of commands()) {
+    const [program, ...args] = command;
     const { status, error } = spawnSync(program, args, { cwd: root, stdio: 'inherit' });
-    if (status !== 0) {
-      const shown = [program, ...args].join(' ').slice(0, 200);
-      stop(`Stage ${name} failed: ${error?.message ?? `exit code ${status}`} of\n  ${shown}`);
-    }
+    if (status !== 0) fail(name, command, error?.message ?? `exit code ${status}`);
   }
+  if (sideBySide) await runSideBySide(name, sideBySide());
   const seconds = (performance.now() - start) / 1000;
   return `  ${name.padEnd(16)}${seconds.toFixed(1).padStart(7)} s`;
+}
+
+/**
+ * @param {string} stage
+ * @param {Command[]} commands
+ */
+async function runSideBySide(stage, commands) {
+  const waiting = [...commands];
+  const runWaiting = async () => {
+    for (let command = waiting.shift(); command; command = waiting.shift()) {
+      const [program, ...args] = command;
+      const child = spawn(program, args, { cwd: root });
+      /** @type {Buffer[]} */
+      const output = [];
+      child.stdout.on('data', (chunk) => output.push(chunk));
+      child.stderr.on('data', (chunk) => output.push(chunk));
+      const [status] = await once(child, 'close');
+      if (status === 0) continue;
+      console.log(Buffer.concat(output).toString());
+      fail(stage, command, `exit code ${status}`);
+    }
+  };
+  await Promise.all(Array.from({ length: availableParallelism() }, runWaiting));
 }
 
 const stages = chosenStages(process.argv.slice(2));
@@ -221,5 +255,6 @@ for (const { onlyFull, needs } of stages)
   for (const purpose of needs ?? (onlyFull ? /** @type {const} */ (['full']) : []))
     purposes.add(purpose);
 setUp([...purposes]);
-const summary = stages.map(runStage);
+const summary = [];
+for (const stage of stages) summary.push(await runStage(stage));
 console.log(`\nAll stages passed:\n${summary.join('\n')}`);
