@@ -39,6 +39,7 @@ const COPIED = [
   'cmake',
   'dispatch',
   'extractors',
+  'fuzz',
   'grouping',
   'indexing',
   'primitives',
