@@ -23,14 +23,13 @@ const isColoured = ({ output = '-' }) => output === '-' && hasColours(process.st
  * What writes traced images.
  * @param {Format} format
  * @param {Record<string, any>} options
- * @param {import('../lib/modes.js').Kind} kind
+ * @param {import('../lib/modes.js').Kind[]} kinds Of the series.
  * @returns {Writer}
  */
-export function traceWriter(format, options, kind) {
+export function traceWriter(format, options, kinds) {
   // The same columns for every image, whatever was found in it.
-  const columns = columnsFor([kind]).filter(
-    (name) => options.otherEnds || !name.startsWith('other_'),
-  );
+  const hasOtherEnds = options.otherEnds || options.project !== undefined;
+  const columns = columnsFor(kinds).filter((name) => hasOtherEnds || !name.startsWith('other_'));
   /** @type {Record<Format, Writer>} */
   const writers = {
     table: between('\n', (images) => toTable(report(images), { colour: isColoured(options) })),

@@ -43,7 +43,12 @@ export const EXAMPLES = [
       '    -o data.csv --overlay proof.png',
   ],
   [
-    'The same for a folder of charts, a line of JSON each; go on after Ctrl-C',
+    'Say in a file how that was done; do it again with another picture',
+    'chart-trace chart.png --kind scatter --save-project chart.json\n' +
+      '  chart-trace other.png --project chart.json',
+  ],
+  [
+    'A folder of charts, a line of JSON each; after Ctrl-C, again to go on',
     'chart-trace scans/*.png --kind curve --resume --format ndjson -o data.ndjson',
   ],
 ];
@@ -70,7 +75,7 @@ export function makeProgram(actions) {
     .helpCommand(false)
     .enablePositionalOptions()
     .allowExcessArguments(false)
-    .addArgument(imagesArgument())
+    .addArgument(imagesArgument().argOptional())
     .action(actions.trace);
   for (const [heading, options] of TRACE_OPTIONS())
     for (const option of options) program.addOption(option.helpGroup(heading));
@@ -174,6 +179,8 @@ const TRACE_OPTIONS = () => [
         '--overlay <FILE>',
         'draw what was found over the picture, .png or .svg; {name} stands for that of the image',
       ),
+      new Option('--project <FILE>', 'go by a project; without IMAGE, for its own image'),
+      new Option('--save-project <FILE>', 'say in a project how the image was traced'),
     ],
   ],
   [

@@ -3,7 +3,6 @@
 import { basename, extname, resolve } from 'node:path';
 import process from 'node:process';
 import { buffer } from 'node:stream/consumers';
-import { planOf } from '../lib/options.js';
 import { listen } from './interruption.js';
 import { colourWriter, traceWriter } from './formats.js';
 import { makeMessages } from './messages.js';
@@ -11,7 +10,8 @@ import { checkWritable, formatOf, makeOutput } from './output.js';
 import { inOrder } from './pool.js';
 import { makeProgress } from './progress.js';
 import { defaultJobs } from './program.js';
-import { selectionOf, settingsOf } from './settings.js';
+import { planRun } from './projects.js';
+import { selectionOf } from './settings.js';
 import { usageError } from './usage.js';
 
 /** @typedef {import('./messages.js').Messages} Messages */
@@ -23,23 +23,32 @@ import { usageError } from './usage.js';
  * @returns {Promise<number>} The exit code.
  */
 export async function trace(images, options) {
-  const settings = settingsOf(options);
-  const overlays = overlaysOf(images, options.overlay);
-  await checkTargets(images, [options.output, ...overlays]);
-  const tasks = images.map((file, i) => ({ file, settings, overlay: overlays[i] }));
-  const format = formatOf(options);
-  const writer = traceWriter(format, options, planOf(settings.trace).mode.kind);
+  const plan = await planRun(images, options);
+  const files = plan.images.map(({ file }) => file);
+  const overlays = overlaysOf(files, options.overlay);
+  await checkTargets(files, {
+    '-o': [options.output],
+    '--overlay': overlays,
+    '--save-project': [options.saveProject],
+  });
+  const { settings, kinds, hasAxes, isEverySeriesWanted } = plan;
+  const tasks = plan.images.map((image, i) => ({
+    ...image,
+    settings,
+    overlay: overlays[i],
+    saveProject: options.saveProject,
+  }));
   let isFound = false;
   return run('trace', tasks, options, {
-    writer,
+    writer: traceWriter(formatOf(options), options, kinds),
     look: (record, note) => {
       for (const { color, notes } of record.series)
         for (const text of notes) note(`${color}: ${text}`, record.file);
       const found = record.series.map((/** @type {any} */ { pixels }) => pixels.length > 0);
-      if (found.some(Boolean) && !isFound && !settings.trace.axes)
+      if (found.some(Boolean) && !isFound && !hasAxes)
         note('without --x and --y the result is in pixels');
       isFound ||= found.some(Boolean);
-      return settings.colours ? found.every(Boolean) : found.some(Boolean);
+      return isEverySeriesWanted ? found.every(Boolean) : found.some(Boolean);
     },
   });
 }
@@ -52,7 +61,7 @@ export async function trace(images, options) {
  */
 export async function colours(images, options) {
   const select = selectionOf(options);
-  await checkTargets(images, [options.output]);
+  await checkTargets(images, { '-o': [options.output] });
   const tasks = images.map((file) => ({ file, select }));
   const writer = colourWriter(formatOf(options), options);
   return run('colors', tasks, options, {
@@ -168,17 +177,20 @@ function overlaysOf(images, pattern) {
  * Refuses, before any work, to write over an image, two things into one file, or where nothing can be
  * written.
  * @param {string[]} images
- * @param {(string | undefined)[]} targets
+ * @param {Record<string, (string | undefined)[]>} targets Of each option.
  */
 async function checkTargets(images, targets) {
   const inputs = new Set(images.filter((image) => image !== '-').map((image) => resolve(image)));
-  const written = new Set();
-  for (const target of targets) {
-    if (target === undefined || target === '-') continue;
-    const path = resolve(target);
-    if (inputs.has(path)) throw usageError('-o', 'another file than the image', target);
-    if (written.has(path)) throw usageError('--overlay', 'another file than -o has', target);
-    written.add(path);
-    await checkWritable(target);
-  }
+  /** @type {Map<string, string>} */
+  const written = new Map();
+  for (const [option, files] of Object.entries(targets))
+    for (const file of files) {
+      if (file === undefined || file === '-') continue;
+      const path = resolve(file);
+      const other = written.get(path);
+      if (inputs.has(path)) throw usageError(option, 'another file than the image', file);
+      if (other) throw usageError(option, `another file than ${other} has`, file);
+      written.set(path, option);
+      await checkWritable(file);
+    }
 }

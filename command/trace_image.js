@@ -5,12 +5,16 @@ import { extname } from 'node:path';
 import { writeWhole } from '../lib/files.js';
 import { findColours, findSeriesColours } from '../lib/palette.js';
 import { decodePicture, encodePng } from '../lib/pictures.js';
+import { traceProject } from '../lib/project.js';
 import { toOverlay } from '../lib/reports/overlay.js';
 import { makeReport } from '../lib/reports/report.js';
 import { traceChart } from '../lib/series.js';
 import { wordsOf } from './messages.js';
+import { saveProject } from './projects.js';
 
+/** @typedef {import('../lib/project.js').Project} Project */
 /** @typedef {import('../lib/view.js').Picture} Picture */
+/** @typedef {import('./settings.js').Settings} Settings */
 /** @typedef {import('../lib/reports/report.js').ImageReport} ImageReport */
 
 /**
@@ -18,8 +22,9 @@ import { wordsOf } from './messages.js';
  * @typedef {object} Task
  * @property {string} file
  * @property {Uint8Array} [content] Of the file, if it was read already.
- * @property {import('./settings.js').Settings} settings
+ * @property {Settings | {project: Project}} settings
  * @property {string} [overlay] Where to draw what was found.
+ * @property {string} [saveProject] Where to say how it was traced.
  */
 
 /**
@@ -27,30 +32,40 @@ import { wordsOf } from './messages.js';
  * @param {Task} task
  * @returns {Promise<ImageReport>}
  */
-export const traceImage = ({ file, content, settings, overlay }) =>
-  recordOf({ file, content }, { series: [] }, async (picture) => {
+export const traceImage = (task) =>
+  recordOf(task, { series: [] }, async (picture, content) => {
+    const { file, settings, overlay, saveProject: project } = task;
     const { width, height } = picture;
-    const series = traceSeries(picture, settings);
+    const series =
+      'project' in settings
+        ? traceProject(settings.project, picture, { file }).series
+        : traceSeries(picture, settings);
     const [image] = makeReport([{ file, width, height, series }]).images;
-    if (overlay) await drawOverlay(overlay, picture, image, settings.select);
+    if (overlay) await drawOverlay(overlay, picture, image, settings);
+    if (project && !('project' in settings)) {
+      const colours = image.series.map(({ color }) => String(color));
+      await saveProject(project, { file, content, width, height }, settings, colours);
+    }
     return { series: image.series };
   });
 
 /**
  * The record of an image: what there is to say of its picture, or of the failure.
  * @template T
- * @param {{file: string, content?: Uint8Array}} image
+ * @param {{file: string, content?: Uint8Array, settings?: any}} image
  * @param {T} nothing What a failure leaves.
- * @param {(picture: Picture) => T | Promise<T>} look
+ * @param {(picture: Picture, content: Uint8Array) => T | Promise<T>} look
  */
-export async function recordOf({ file, content }, nothing, look) {
+export async function recordOf({ file, content, settings }, nothing, look) {
   /** @type {{width: number | null, height: number | null}} */
   const size = { width: null, height: null };
   try {
-    const picture = await decodePicture(content ?? (await readFile(file)));
+    const bytes = content ?? (await readFile(file));
+    const page = settings?.project?.image.page;
+    const picture = await decodePicture(bytes, { ...(page && { page }) });
     size.width = picture.width;
     size.height = picture.height;
-    return { file, ...size, ...(await look(picture)), error: null };
+    return { file, ...size, ...(await look(picture, bytes)), error: null };
   } catch (error) {
     return { file, ...size, ...nothing, error: wordsOf(error) };
   }
@@ -71,10 +86,12 @@ function traceSeries(picture, { colours, select, trace }) {
  * @param {string} path
  * @param {Picture} picture
  * @param {ImageReport} image
- * @param {Record<string, any>} select
+ * @param {Task['settings']} settings
  */
-async function drawOverlay(path, picture, image, { background, box, masks }) {
-  const ground = background ?? findColours(picture, { box, masks }).background?.colour;
+async function drawOverlay(path, picture, image, settings) {
+  const { background, box, masks } =
+    'project' in settings ? settings.project.options : settings.select;
+  const ground = [background].flat()[0] ?? findColours(picture, { box, masks }).background?.colour;
   if (extname(path).toLowerCase() === '.png')
     return writeWhole(path, await encodePng(picture, toOverlay(image, { ground })));
   const below = Buffer.from(await encodePng(picture)).toString('base64');

@@ -418,6 +418,71 @@ describe('overlays', () => {
   });
 });
 
+describe('projects', () => {
+  const axes = words('--x 12=0,42=30 --y 32=1,12=100 --y-scale log');
+
+  test('say how an image was traced; run again, they give the same bytes', async () => {
+    await mkdir(join(folder, 'kept'));
+    await writeMarkers(join(folder, 'kept'), ['a.png']);
+    const cwd = join(folder, 'kept');
+    const args = ['a.png', '--kind', 'scatter', '--region', '0,0,59,28', ...axes, '--json'];
+    const first = await command([...args, '--save-project', 'p.json'], { cwd });
+    assert.equal(first.status, 0, first.stderr);
+    const { image, series, options } = JSON.parse(readFileSync(join(cwd, 'p.json'), 'utf8'));
+    assert.equal(image.file, 'a.png');
+    assert.deepEqual(series, [{ color: '#0000ff' }]);
+    assert.equal(options.kind, 'scatter');
+    const again = await command(['--project', 'p.json', '--json'], { cwd });
+    assert.equal(again.status, 0, again.stderr);
+    assert.equal(again.stdout, first.stdout);
+  });
+
+  test('are applied to other images', async () => {
+    const args = [
+      'b.png',
+      'none.png',
+      'c.png',
+      '--project',
+      'kept/p.json',
+      '--json',
+      '--overlay',
+      'by-{name}.png',
+    ];
+    const { status, stdout } = await command(args, { cwd: folder });
+    assert.equal(status, 1);
+    const { images } = JSON.parse(stdout);
+    assert.deepEqual(
+      images.map(({ file }) => file),
+      ['b.png', 'none.png', 'c.png'],
+    );
+    assert.deepEqual(images[2].series[0].values, [
+      [0, 100],
+      [30, 10],
+    ]);
+    assert.ok(existsSync(join(folder, 'by-c.png')));
+  });
+
+  test('refuse a picture that is not theirs any more', async () => {
+    await writeFile(join(folder, 'kept', 'a.png'), await png({}, [3, 3, 9, 9, BLUE]));
+    const { status, stdout, stderr } = await command(['--project', 'kept/p.json'], { cwd: folder });
+    assert.equal(status, 1);
+    assert.equal(stdout, '');
+    assert.match(stderr, /kept\/p\.json: .*a\.png is not the picture/);
+  });
+
+  for (const [what, content, message] of [
+    ['no JSON', '{', /not JSON/],
+    ['another kind of file', '{"a": 1}', /cannot be used/],
+    ['a newer version', '{"schemaVersion": 99}', /version 99/],
+  ])
+    test(`that are ${what} are told`, async () => {
+      await writeFile(join(folder, 'bad.json'), content);
+      const { status, stderr } = await command(['a.png', '--project', 'bad.json'], { cwd: folder });
+      assert.equal(status, 1);
+      assert.match(stderr.replace(/\s+/g, ' '), message);
+    });
+});
+
 describe('the colours of images', () => {
   const list = (...args) => command(['colors', 'a.png', 'none.png', ...args], { cwd: folder });
 

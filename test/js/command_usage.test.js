@@ -56,7 +56,7 @@ describe('a wrong command line', () => {
 
   /** @type {[args: string, message: RegExp][]} */
   const WRONG = [
-    ['', /missing required argument 'IMAGE'/],
+    ['', /IMAGE: expected the file of a chart, but it is missing/],
     ['a.png', /--kind: expected what the chart shows, one of scatter, .* but it is missing/],
     ['a.png --kind scater', /--kind: expected one of scatter, .*'scater'.*Did you mean scatter\?/],
     ['a.png --kind', /option '--kind <KIND>' argument missing/],
@@ -102,6 +102,12 @@ describe('a wrong command line', () => {
     ['a.png --kind scatter -o a.png', /-o: expected another file than the image/],
     ['a.png --kind scatter -o x.svg --overlay x.svg', /--overlay: expected another file than -o/],
     ['- - --kind scatter', /IMAGE: expected - once/],
+    ['a.png --project p.json --kind curve', /--kind: expected nothing beside --project/],
+    ['a.png --project p.json --x-scale log', /--x-scale: expected nothing beside --project/],
+    ['a.png --project p.json --save-project q.json', /--save-project: expected nothing beside/],
+    ['a.png b.png --kind scatter --save-project q.json', /--save-project: expected a single image/],
+    ['a.png --kind scatter --save-project q.txt', /--save-project: .*ends in \.json/],
+    ['a.png --kind scatter -o q.json --save-project q.json', /another file than -o has/],
     ['colors', /missing required argument 'IMAGE'/],
     ['colors a.png --kind curve', /unknown option '--kind'/],
     ['completion', /missing required argument 'SHELL'/],
