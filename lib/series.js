@@ -184,7 +184,7 @@ function whatWasTried({ points, how }, { mode, numbers }) {
   // As bars, every group is an element.
   const ofGroups = MODES.find((m) => m.kind === 'bars' && m.grouping === mode.grouping);
   const groups = ofGroups && tracePixels(points, ofGroups.mode, numbers).x.length;
-  const inGroups = groups ? ` in ${groups} groups (${mode.grouping})` : '';
+  const inGroups = groups ? ` in ${groups} group${groups === 1 ? '' : 's'} (${mode.grouping})` : '';
   return `${tried}${inGroups}, mode ${mode.mode}: ${MISSING[mode.kind]}`;
 }
 
