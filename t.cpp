@@ -180,8 +180,12 @@ class Stretch_reader {
     }
     auto reader = std::make_unique<Stretch_reader>();
     reader->is_usable_ = reader->make(env);
-    const auto destroy = [](napi_env, void* made, void*) {
-      delete static_cast<Stretch_reader*>(made);
+    const auto destroy = [](napi_env its_env, void* made, void*) {
+      const std::unique_ptr<Stretch_reader> owned(static_cast<Stretch_reader*>(made));
+      // The host forgets what they refer to by itself, but not them.
+      for (napi_ref reference : {owned->loop_, owned->x_memory_, owned->y_memory_}) {
+        if (reference != nullptr) napi_delete_reference(its_env, reference);
+      }
     };
     if (!reader->is_usable_) {
       bool is_pending = false;
