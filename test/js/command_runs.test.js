@@ -9,6 +9,7 @@ import { join } from 'node:path';
 import process from 'node:process';
 import { after, before, describe, test } from 'node:test';
 import { text } from 'node:stream/consumers';
+import { inOrder } from '../../command/pool.js';
 import { decodePicture } from '../../lib/pictures.js';
 import { program } from './support/command.js';
 import {
@@ -677,12 +678,42 @@ describe('a run that is interrupted', () => {
     assert.equal(readFileSync(target, 'utf8'), lines);
   });
 
-  test('by a reader that has seen enough ends quietly', async () => {
-    const child = begin([...args(), '--format', 'ndjson'], { cwd: folder });
+  test('begins no image after the interruption', async () => {
+    const interruption = new AbortController();
+    const tasks = names.map((name) => ({
+      file: join(folder, name),
+      settings: { colours: ['#0000ff'], select: {}, trace: { kind: 'bars' } },
+    }));
+    const found = [];
+    const options = { name: 'trace', jobs: 1, signal: interruption.signal };
+    const onDone = () => interruption.abort();
+    for await (const record of inOrder(tasks, { ...options, onDone })) found.push(record);
+    // The one after the first may have begun before the first was known to be done.
+    assert.ok(found.length === 1 || found.length === 2, `${found.length} images`);
+  });
+
+  test('goes on behind a record whose line has no end', async () => {
+    const whole = await traced(['a.png', ...BLUES]);
+    await writeFile(join(folder, 'cut.ndjson'), whole.stdout.trimEnd());
+    const list = ['a.png', 'b.png', ...BLUES, '--resume', '-o', 'cut.ndjson'];
+    const { status } = await command(list, { cwd: folder });
+    assert.equal(status, 0);
+    const found = parseRecords(readFileSync(join(folder, 'cut.ndjson'), 'utf8'));
+    assert.deepEqual(
+      found.map(({ file }) => file),
+      ['a.png', 'b.png'],
+    );
+  });
+
+  test('by a reader that has seen enough ends quietly, and soon', async () => {
+    const list = [...args(), '--format', 'ndjson', '--overlay', 'seen-{name}.svg'];
+    const child = begin(list, { cwd: folder });
     const stderr = text(child.stderr);
     child.stdout.once('data', () => child.stdout.destroy());
     const [status] = await once(child, 'close');
     assert.equal(status, 0);
+    const drawn = readdirSync(folder).filter((name) => name.startsWith('seen-'));
+    assert.ok(drawn.length < many, `${drawn.length} images`);
     assert.doesNotMatch(await stderr, /EPIPE|Error/);
   });
 });
