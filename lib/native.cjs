@@ -16,13 +16,32 @@ const wasmFile = join(root, 'prebuilds', 'wasm32', 'cpp_code.wasm');
 /** @typedef {typeof import('./wasm.js').traceOf} TraceOf */
 
 /**
+ * Loads a module, again where the host lost sight of it: a thread that loads it in the very moment in
+ * which another one unloads it, the last that held it, hears that it did not register itself. A few
+ * further attempts find it, as the other is done by then.
+ * @template Module
+ * @param {() => Module} loadOnce
+ * @returns {Module}
+ */
+function loadRegistered(loadOnce) {
+  for (let attemptsLeft = 4; ; --attemptsLeft) {
+    try {
+      return loadOnce();
+    } catch (error) {
+      const wasLost = error instanceof Error && error.message.includes('did not self-register');
+      if (!wasLost || attemptsLeft === 0) throw error;
+    }
+  }
+}
+
+/**
  * Loads the native module: build/Release first, which a build from source makes, then prebuilds.
  * @returns {Trace}
  */
 function loadNative() {
   const file = findNative.path(root);
   try {
-    return require(file).trace;
+    return loadRegistered(() => require(file)).trace;
   } catch (error) {
     throw new Error(`${file} (${reasonOf(error)})`, { cause: error });
   }
@@ -79,4 +98,4 @@ function load(traceOf) {
   );
 }
 
-module.exports = { load };
+module.exports = { load, loadRegistered };

@@ -113,15 +113,24 @@ test('workers at the same time do not disturb each other', async () => {
   assert.deepEqual(answers.flat(), Array(6).fill({ wrong: undefined }));
 });
 
+// None ends before all have answered: the host can lose sight of a module that one thread unloads
+// while another loads it, whichever module it is, and the package's loader asks again then.
 test('workers that load it first, all at once, in a fresh process', async () => {
   const source = `
     const { Worker } = require('node:worker_threads');
     const code = ${JSON.stringify(
       `const { trace } = require(${JSON.stringify(addonFile)});
-       require('node:worker_threads').parentPort.postMessage(trace(...${JSON.stringify(call)}))`,
+       const { parentPort } = require('node:worker_threads');
+       parentPort.once('message', () => {});
+       parentPort.postMessage(trace(...${JSON.stringify(call)}))`,
     )};
-    for (let i = 0; i < 6; ++i)
-      new Worker(code, { eval: true }).on('message', (answer) => console.log(String(answer)));`;
+    const workers = Array.from({ length: 6 }, () => new Worker(code, { eval: true }));
+    let answers = 0;
+    for (const worker of workers)
+      worker.on('message', (answer) => {
+        console.log(String(answer));
+        if (++answers === 6) for (const each of workers) each.postMessage('all have answered');
+      });`;
   const { status, signal, stdout } = await node(['-e', source]);
   assert.deepEqual(
     { status, signal, stdout },

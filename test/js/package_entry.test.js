@@ -36,6 +36,26 @@ test('require gives trace where Node.js cannot require ES modules', async () => 
   assert.equal(stdout.trim(), '[ 10, 20, 11, 21 ]');
 });
 
+test('a module that the host lost sight of is loaded again, any other failure is told at once', () => {
+  const { loadRegistered } = createRequire(import.meta.url)('../../lib/native.cjs');
+  const failures = (count, message) => {
+    let calls = 0;
+    const loadOnce = () => {
+      if (++calls <= count) throw new Error(message);
+      return 'loaded';
+    };
+    return { loadOnce, calls: () => calls };
+  };
+  const lost = failures(2, "Module did not self-register: 'cpp_code.node'.");
+  assert.equal(loadRegistered(lost.loadOnce), 'loaded');
+  const forGood = failures(Infinity, "Module did not self-register: 'cpp_code.node'.");
+  assert.throws(() => loadRegistered(forGood.loadOnce), /did not self-register/);
+  assert.equal(forGood.calls(), 5);
+  const missing = failures(1, 'no such file');
+  assert.throws(() => loadRegistered(missing.loadOnce), /no such file/);
+  assert.equal(missing.calls(), 1);
+});
+
 describe('a package whose module was not built', () => {
   let folder;
   before(async () => {
