@@ -1,12 +1,8 @@
-// Node.js for other processors and systems, from the package registry, and what runs it here.
+// Node.js for other processors and systems, and what runs it here.
 
-import { spawnSync } from 'node:child_process';
-import { existsSync, mkdirSync, readFileSync, renameSync, rmSync } from 'node:fs';
+import { readFileSync, rmSync } from 'node:fs';
 import { join } from 'node:path';
-import process from 'node:process';
-import { root } from '../../scripts/setup.mjs';
-
-const folder = join(root, 'build', 'hosts');
+import { folder, nodeOf, run } from './fetched_node.js';
 
 /**
  * @typedef {object} Host
@@ -52,49 +48,12 @@ export const HOSTS = [
 ];
 
 /**
- * Runs a program to its end; its failure is an exception.
- * @param {string[]} command
- * @param {Record<string, string>} [env] Beyond that of this process.
- */
-function run([program, ...args], env = {}) {
-  const { status, stdout, stderr, error } = spawnSync(program, args, {
-    cwd: root,
-    encoding: 'utf8',
-    env: { ...process.env, ...env },
-    maxBuffer: 2 ** 28,
-  });
-  if (status === 0) return stdout;
-  throw new Error(`${program} ${args.join(' ')} failed: ${error?.message ?? stderr}`);
-}
-
-/**
- * Fetches a host's Node.js unless it is there.
- * @param {Host} host
- * @returns {string} Its program.
- */
-function programOf(host) {
-  const place = join(folder, host.package);
-  if (!existsSync(place)) {
-    mkdirSync(folder, { recursive: true });
-    const pack = ['npm', 'pack', host.package, '--json', '--pack-destination', folder];
-    const [{ filename, integrity }] = JSON.parse(run(pack));
-    if (integrity !== host.integrity) throw new Error(`${host.package} has ${integrity}`);
-    const unpacked = join(folder, 'package');
-    rmSync(unpacked, { recursive: true, force: true });
-    run(['tar', '-xzf', join(folder, filename), '-C', folder]);
-    rmSync(join(folder, filename));
-    renameSync(unpacked, place);
-  }
-  return join(place, host.program);
-}
-
-/**
  * What a host gives in the pinned cases.
  * @param {Host} host
  * @returns {{host: string, results: object}}
  */
 export function pinnedResultsOn(host) {
-  const program = programOf(host);
+  const program = nodeOf(host);
   const file = join(folder, `${host.name}.json`);
   rmSync(file, { force: true });
   const args = ['test/pinned/run.mjs', host.module, host.path(file)];
