@@ -194,14 +194,18 @@ std::optional<Point_grid::Point> Point_grid::take_nearest(const Point& centre) {
 }
 
 // Looks at the cell of the centre and those around it, then ring by ring at those within reach, as
-// long as there are any.
+// long as there are any. Where cells are crowded it begins with the one cell: those around it may
+// each be a long search, which a point found before mostly spares.
 void Point_grid::search_grid(const Grid& grid, Search& search) const {
   const Cell_grid& cells = grid.cells;
   const Point centre = search.centre;
   const std::uint32_t column = cells.column_at(centre.x);
   const std::uint32_t row = cells.row_at(centre.y);
-  Block seen{column - (column > 0 ? 1 : 0), column + (column + 1 < cells.columns ? 1 : 0),
-             row - (row > 0 ? 1 : 0), row + (row + 1 < cells.rows ? 1 : 0)};
+  Block seen{column, column, row, row};
+  if (grid.crowded_begin == grid.crowded_end) {
+    seen = {column - (column > 0 ? 1 : 0), column + (column + 1 < cells.columns ? 1 : 0),
+            row - (row > 0 ? 1 : 0), row + (row + 1 < cells.rows ? 1 : 0)};
+  }
   search_block(grid, seen, search);
   for (;;) {
     const double reach = reach_of(search.limit);
