@@ -848,6 +848,16 @@ export const bugs = {
 
   'indexing/free_points.cpp': [
     {
+      name: 'far cells left of zero are those right of it',
+      find: 'return cells < 0 ? -cell : cell;',
+      replace: 'return cell;',
+    },
+    {
+      name: 'more points are compared than a word has bits',
+      find: 'bucket.count <= most_compared)',
+      replace: 'bucket.count <= most_compared + 16)',
+    },
+    {
       name: 'points of a box come cell by cell',
       find: 'return a.index < b.index;',
       replace: 'return false;',
@@ -866,6 +876,37 @@ export const bugs = {
       name: 'the right edge of a box is outside',
       find: '_mm_cmpge_pd(upper, point)',
       replace: '_mm_cmpgt_pd(upper, point)',
+    },
+  ],
+
+  'indexing/bits.hpp': [
+    {
+      name: 'only every other bit is counted',
+      find: 'word -= word >> 1 & 0x5555555555555555U;',
+      replace: 'word &= 0x5555555555555555U;',
+    },
+  ],
+
+  'indexing/pixel_map.hpp': [
+    {
+      name: 'three pixels in two words are taken from the first alone',
+      find: 'if (shift > word_bits - 3) return take(place, 7);',
+      replace: 'if (shift > word_bits - 1) return take(place, 7);',
+    },
+    {
+      name: 'the second word is not shifted into its place',
+      find: 'word[1] << 1 << (word_bits - 1 - shift)',
+      replace: 'word[1] << (word_bits - 1 - shift)',
+    },
+    {
+      name: 'pixels are taken from the first of two words alone',
+      find: '    word[1] &= ~(taken >> 1 >> (word_bits - 1 - shift));\n',
+      replace: '',
+    },
+    {
+      name: 'the pixels around are read past the end of a word',
+      find: 'if (shift > word_bits - 3) return 0;',
+      replace: 'if (shift > word_bits - 1) return 0;',
     },
   ],
 
@@ -912,6 +953,16 @@ export const bugs = {
 
   'indexing/pixel_flood.cpp': [
     {
+      name: 'a stretch takes row by row what lies in several',
+      find: 'columns = before(above | own) | before(above | below) | before(own | below);',
+      replace: 'columns = ~Word{0};',
+    },
+    {
+      name: 'a stretch along a row is carried on downwards',
+      find: 'last.length == 1 ? 1 : -last.length',
+      replace: 'std::abs(last.length)',
+    },
+    {
       name: 'a long stretch forgets the column behind what is looked at as one',
       find: 'Pixel_map::word_bits) - 2;',
       replace: 'Pixel_map::word_bits) - 1;',
@@ -934,6 +985,11 @@ export const bugs = {
   ],
 
   'indexing/shuffled_flood.cpp': [
+    {
+      name: 'two neighbours are taken in reading order',
+      find: 'if (queue_.size() - first > 1)',
+      replace: 'if (queue_.size() - first > 2)',
+    },
     {
       name: 'neighbours are taken in reading order',
       find: '  if (queue_.size() - first > 1) queue_in_order(first);\n',
@@ -1026,6 +1082,11 @@ export const bugs = {
 
   'indexing/point_writer.hpp': [
     {
+      name: 'a long stretch is written over and over from its first column',
+      find: '      column += right * block;\n',
+      replace: '',
+    },
+    {
       name: 'a stretch at the very end is written in whole blocks',
       find: 'if (room_ - count_ < block) {',
       replace: 'if (room_ == count_) {',
@@ -1101,6 +1162,16 @@ export const bugs = {
 
   'grouping/compartment_borders.hpp': [
     {
+      name: 'a proposed compartment takes points left of it',
+      find: 'return !(x <= left) && x <= right;',
+      replace: 'return x <= right;',
+    },
+    {
+      name: 'a proposed compartment takes points right of it',
+      find: 'return !(x <= left) && x <= right;',
+      replace: 'return !(x <= left);',
+    },
+    {
       name: 'the proposed compartment is taken without a look at its borders',
       find: 'if (interval(k).holds(x)) return k;',
       replace: 'return k;',
@@ -1113,6 +1184,21 @@ export const bugs = {
   ],
 
   'grouping/compartment_index.cpp': [
+    {
+      name: 'a NaN as first x is the left of a compartment',
+      find: 'if (x.empty() || std::isnan(x[0])) return;',
+      replace: 'if (x.empty()) return;',
+    },
+    {
+      name: 'one point of four does not count to the range of x',
+      find: 'std::max({a.last, b.last, c.last, d.last})',
+      replace: 'std::max({a.last, b.last, c.last})',
+    },
+    {
+      name: 'points left over make the compartments reach no farther',
+      find: 'const bool beyond = holds_nan(x, y);',
+      replace: 'const bool beyond = false;',
+    },
     {
       name: 'few points in many compartments need not be in order',
       find: '  std::sort(numbers.begin(), numbers.end());\n',
@@ -1136,6 +1222,16 @@ export const bugs = {
   ],
 
   'grouping/compartment_index.hpp': [
+    {
+      name: 'a stretch goes on into the next column',
+      find: 'x[end] == x[begin] && !std::isnan(y[end])',
+      replace: '!std::isnan(y[end])',
+    },
+    {
+      name: 'a stretch may begin with a NaN',
+      find: 'if (std::isnan(y[begin])) {',
+      replace: 'if (begin == size) {',
+    },
     {
       name: 'a stretch goes on over a NaN',
       find: 'x[end] == x[begin] && !std::isnan(y[end])',
@@ -1191,7 +1287,7 @@ export const bugs = {
     {
       name: 'the height of a marker is that of its first pixel',
       find: 'y_centres.push_back(figures.mean_y);',
-      replace: 'y_centres.push_back(gy.front());',
+      replace: 'y_centres.push_back(gy[0]);',
     },
     {
       name: 'the thinning knows one code alone',
