@@ -1,5 +1,5 @@
 // Tests the host boundary with the module built under the address, leak and undefined-behaviour
-// sanitizers. Linux with g++ only: their run-time library has to be there before Node.js starts.
+// sanitizers, then eight threads at once under the thread sanitizer. Linux with g++ only: their run-time library has to be there before Node.js starts.
 
 import { execFileSync, spawnSync } from 'node:child_process';
 import { readdirSync } from 'node:fs';
@@ -46,4 +46,14 @@ run('node', ['--test', ...files.map((name) => join(tests, name))], {
   ASAN_OPTIONS: 'detect_leaks=1:quarantine_size_mb=1:thread_local_quarantine_size_kb=64',
   LSAN_OPTIONS: `suppressions=${join(tests, 'support/leaks.supp')}:print_suppressions=0`,
   UBSAN_OPTIONS: 'print_stacktrace=1',
+});
+
+run('cmake', ['--preset', 'addon-threads']);
+run('cmake', ['--build', '--preset', 'addon-threads']);
+// The host itself is not instrumented, so only what the module does is judged.
+const module = join(root, 'build/addon-threads/cpp_code.node');
+run('node', [join(tests, 'support/eight_workers.cjs'), module], {
+  ...process.env,
+  LD_PRELOAD: libraryOfCompiler('libtsan.so'),
+  TSAN_OPTIONS: 'ignore_noninstrumented_modules=1:halt_on_error=1',
 });

@@ -10,7 +10,7 @@ import test from 'node:test';
 import { once } from 'node:events';
 import { Worker } from 'node:worker_threads';
 
-import { addonFile, node } from './support/addon.js';
+import { addonFile, node, root } from './support/addon.js';
 
 const require = createRequire(import.meta.url);
 const call = [[10, 20], [11, 21], 2, 1, 'bar_vertical-fission', 0.05];
@@ -136,6 +136,12 @@ test('workers that load it first, all at once, in a fresh process', async () => 
     { status, signal, stdout },
     { status: 0, signal: null, stdout: `${result}\n`.repeat(6) },
   );
+});
+
+test('eight workers trace in all modes at once, and answer alike', async () => {
+  const script = join(root, 'test/js/support/eight_workers.cjs');
+  const { status, signal, stdout } = await node([script, addonFile]);
+  assert.deepEqual({ status, signal, stdout }, { status: 0, signal: null, stdout: '8\n' });
 });
 
 // A worker that is stopped cannot be thrown into any more. That must end it, not the process.
