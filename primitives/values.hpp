@@ -11,7 +11,7 @@ class Values {
  public:
   Values(const double* begin, const double* end) : begin_(begin), end_(end) {}
   // Without explicit, since a vector may stand wherever its values are read.
-  Values(const std::vector<double>& vector)
+  Values(const std::vector<double>& vector)  // NOLINT(google-explicit-constructor)
       : Values(vector.data(), vector.data() + vector.size()) {}
 
   const double* begin() const { return begin_; }
