@@ -13,13 +13,8 @@
 
 namespace {
 
-// Returns the place behind the copy. Short runs are spared the call that long ones are worth.
-double* copy_run(const std::vector<double>& points, std::size_t first, std::size_t last,
-                 double* to) {
-  if (last - first > 4) return std::copy(&points[first], points.data() + last, to);
-  for (; first < last; ++first) *to++ = points[first];
-  return to;
-}
+// Points up to which a run is spared the call to copy it that longer ones are worth.
+constexpr std::size_t short_run = 4;
 
 }  // namespace
 
@@ -44,9 +39,12 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
 
 void Horizontal_grouping_algm::horizontal_groups() {
   // The first point counts in any case, the others as far as a signed 32-bit integer counts.
-  const std::int32_t count = std::max(chart_trace::count_of(x_points), 1);
-  chart_trace::for_each_run(x_points.data(), y_points.data(), static_cast<std::size_t>(count),
-                            pixel_step, [this](std::size_t first, std::size_t last) {
+  const auto count = static_cast<std::size_t>(std::max(chart_trace::count_of(x_points), 1));
+  x_runs.reserve(count);
+  y_runs.reserve(count);
+  run_ends_.reserve(count);
+  chart_trace::for_each_run(x_points.data(), y_points.data(), count, pixel_step,
+                            [this](std::size_t first, std::size_t last) {
                               // The x values of a run never fall with a positive step; with any
                               // other nothing touches.
                               x_runs.push_back({static_cast<float>(x_points[first]),
@@ -75,7 +73,8 @@ void Horizontal_grouping_algm::take_groups(Run_list runs) {
 // from yet.
 template <typename Run_list>
 void Horizontal_grouping_algm::first_group(Run_list& runs) {
-  group_runs_.assign(1, runs.take_first());
+  group_runs_.clear();
+  group_runs_.push_back(runs.take_first());
   bool stopped = runs.take_touching(group_runs_[0], false, group_runs_);
   for (std::size_t next = 1; stopped && next < group_runs_.size(); ++next) {
     // Straight after a change of reference the first run of the list is not held against the end of
@@ -86,11 +85,20 @@ void Horizontal_grouping_algm::first_group(Run_list& runs) {
 
 // Puts the points of the group behind those of the groups before it and returns where they end.
 std::uint32_t Horizontal_grouping_algm::gather_points(std::uint32_t begin) {
-  double* x = &x_group[begin];
-  double* y = &y_group[begin];
+  std::uint32_t end = begin;
   for (const chart_trace::Run run : group_runs_) {
-    x = copy_run(x_points, begin_of(run), end_of(run), x);
-    y = copy_run(y_points, begin_of(run), end_of(run), y);
+    const std::size_t first = begin_of(run);
+    const std::size_t count = end_of(run) - first;
+    if (count > short_run) {
+      std::copy_n(&x_points[first], count, &x_group[end]);
+      std::copy_n(&y_points[first], count, &y_group[end]);
+    } else {
+      for (std::size_t k = 0; k < count; ++k) {
+        x_group[end + k] = x_points[first + k];
+        y_group[end + k] = y_points[first + k];
+      }
+    }
+    end += static_cast<std::uint32_t>(count);
   }
-  return static_cast<std::uint32_t>(x - x_group.data());
+  return end;
 }

@@ -9,9 +9,12 @@
 namespace chart_trace {
 
 // A tree of maxima over a list of values: finds the first value from a place on that is large
-// enough. Each level holds the largest of every eight values of the level below. No value may be
-// NaN; negative infinity stands for no value.
-// Cost: linear to build, O(log n) for each call.
+// enough. Each level holds the largest of every eight values of the level below, or more: when a
+// value is taken out, the levels above are left as they are until a search comes to the end of the
+// eight in vain. No value may be NaN; negative infinity stands for no value.
+// Cost: linear to build, one store to take a value out, O(log n) for a search. Each value taken out
+// lets one search, on each level, come to the end of eight in vain, and no more: they are corrected
+// there.
 template <typename Value>
 class Max_tree {
  public:
@@ -19,7 +22,7 @@ class Max_tree {
     add_level(std::move(values));
     while (levels_.back().size() > fan_out) {
       std::vector<Value> level(levels_.back().size() / fan_out);
-      for (std::size_t i = 0; i < level.size(); ++i) level[i] = largest_below(levels_.size(), i);
+      for (std::size_t i = 0; i < level.size(); ++i) level[i] = largest_of(levels_.back(), i);
       add_level(std::move(level));
     }
   }
@@ -28,34 +31,34 @@ class Max_tree {
 
   // The first index >= `from` whose value qualifies; size() when there is none. If a value
   // qualifies every larger one must, and negative infinity must not: then a part of the list holds
-  // a qualifying value just when its maximum qualifies, and nothing is missed.
+  // no qualifying value if what stands for its maximum does not qualify, and nothing is missed.
   template <typename Qualifies>
-  std::size_t first_from(std::size_t from, Qualifies qualifies) const {
+  std::size_t first_from(std::size_t from, Qualifies qualifies) {
+    if (from >= size_) return size_;
+    std::size_t level = 0;
+    std::size_t highest = 0;  // the level that the search has come up to
     std::size_t i = from;
-    for (std::size_t level = 0; level < levels_.size(); ++level) {
+    std::size_t end = (i / fan_out + 1) * fan_out;  // of the eight
+    for (;;) {
       const std::vector<Value>& values = levels_[level];
-      const bool is_top = level + 1 == levels_.size();
-      const std::size_t end = is_top ? values.size() : (i + fan_out - 1) / fan_out * fan_out;
-      for (; i < end; ++i) {
-        if (qualifies(values[i])) return first_below(level, i, qualifies);
+      while (i < end && !qualifies(values[i])) ++i;
+      if (i < end) {
+        if (level == 0) return i;
+        --level;
+        i *= fan_out;
+        end = i + fan_out;
+        continue;
       }
-      i /= fan_out;
+      if (level + 1 == levels_.size()) return size_;
+      i = end / fan_out;  // the node behind that of the eight
+      if (level < highest) levels_[level + 1][i - 1] = largest_of(values, i - 1);
+      highest = std::max(highest, ++level);
+      end = (i + fan_out - 1) / fan_out * fan_out;
     }
-    return size_;
   }
 
-  // Takes value i out of the list; it must be there.
-  void remove(std::size_t i) {
-    const Value removed = levels_.front()[i];
-    levels_.front()[i] = none;
-    for (std::size_t level = 1; level < levels_.size(); ++level) {
-      i /= fan_out;
-      Value& largest = levels_[level][i];
-      if (largest > removed) return;
-      largest = largest_below(level, i);
-      if (largest == removed) return;
-    }
-  }
+  // Takes value i out of the list.
+  void remove(std::size_t i) { levels_.front()[i] = none; }
 
  private:
   static constexpr std::size_t fan_out = 8;
@@ -67,23 +70,12 @@ class Max_tree {
     levels_.push_back(std::move(values));
   }
 
-  // The largest of the values of the level below that node i stands for.
-  Value largest_below(std::size_t level, std::size_t i) const {
-    const Value* below = &levels_[level - 1][i * fan_out];
+  // The largest of the eight values that node i of the level above stands for.
+  static Value largest_of(const std::vector<Value>& level, std::size_t i) {
+    const Value* below = &level[i * fan_out];
     Value largest = below[0];
     for (std::size_t k = 1; k < fan_out; ++k) largest = std::max(largest, below[k]);
     return largest;
-  }
-
-  // The first qualifying value under node i, which qualifies itself.
-  template <typename Qualifies>
-  std::size_t first_below(std::size_t level, std::size_t i, Qualifies qualifies) const {
-    for (; level > 0; --level) {
-      const std::vector<Value>& below = levels_[level - 1];
-      i *= fan_out;
-      while (!qualifies(below[i])) ++i;
-    }
-    return i;
   }
 
   std::size_t size_;

@@ -55,7 +55,7 @@ void Near_runs::remove(Run run) {
   if (place_[run] < sorted_.size()) right_ends_.remove(place_[run]);
 }
 
-bool Near_runs::find(Run reference, Run first, Run last, std::vector<Run>& found) const {
+bool Near_runs::find(Run reference, Run first, Run last, std::vector<Run>& found) {
   if (std::isinf(pairs_.step)) return false;  // reaches everywhere
   if (!can_touch(reference)) return true;
   const Run_extent extent = pairs_.extents[reference];

@@ -28,7 +28,7 @@ class Near_runs {
 
   // Appends to `found`, in no particular order, the runs from `first` to before `last` that touch
   // `reference`. Gives up, with false, when it would take more than last - first runs to look at.
-  bool find(Run reference, Run first, Run last, std::vector<Run>& found) const;
+  bool find(Run reference, Run first, Run last, std::vector<Run>& found);
 
  private:
   struct Band {

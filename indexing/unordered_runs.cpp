@@ -66,8 +66,10 @@ Run Unordered_runs::first_below(Run reference, Run from) {
 void Unordered_runs::take_between(Run first, Run last, Run reference, std::vector<Run>& taken) {
   if (last - first > few && find_between(first, last, reference)) {
     if (found_.size() > 1) std::sort(found_.begin(), found_.end());
-    for (const Run run : found_) take(run);
-    taken.insert(taken.end(), found_.begin(), found_.end());
+    for (const Run run : found_) {
+      take(run);
+      taken.push_back(run);
+    }
     return;
   }
   for (Run run = first; run < last; ++run) {

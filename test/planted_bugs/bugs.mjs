@@ -823,13 +823,18 @@ export const bugs = {
     },
     {
       name: 'what is taken out is still found',
-      find: '    levels_.front()[i] = none;\n',
-      replace: '',
+      find: 'levels_.front()[i] = none;',
+      replace: 'static_cast<void>(i);',
     },
     {
       name: 'the search goes on behind the next node',
-      find: '      i /= fan_out;\n    }\n    return size_;',
-      replace: '      i = i / fan_out + 1;\n    }\n    return size_;',
+      find: 'i = end / fan_out;',
+      replace: 'i = end / fan_out + 1;',
+    },
+    {
+      name: 'eight values searched in vain are never searched again',
+      find: '[i - 1] = largest_of(values, i - 1);',
+      replace: '[i - 1] = none;',
     },
   ],
 
@@ -1067,8 +1072,8 @@ export const bugs = {
     },
     {
       name: 'the y values of a run are its row',
-      find: 'y = copy_run(y_points, begin_of(run), end_of(run), y);',
-      replace: 'y = std::fill_n(y, end_of(run) - begin_of(run), y_runs[run]);',
+      find: 'y_group[end + k] = y_points[first + k];',
+      replace: 'y_group[end + k] = y_runs[run];',
     },
   ],
 
