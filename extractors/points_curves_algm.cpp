@@ -35,6 +35,8 @@ Points_curves_algm::Points_curves_algm(std::vector<double> x, std::vector<double
 
 void Points_curves_algm::points_curves() {
   sort_out_groups();
+  x_groups = {};
+  y_groups = {};
   if (x_curves.empty()) return;
   reduce_curve();
   append(x_points_curves, x_curves);
@@ -43,6 +45,8 @@ void Points_curves_algm::points_curves() {
 
 // A solid group becomes its centre, every other group adds its pixels to the curve.
 void Points_curves_algm::sort_out_groups() {
+  x_curves.reserve(x_groups.value_count());
+  y_curves.reserve(y_groups.value_count());
   for (std::int32_t k = 0; k < num_groups; ++k) {
     const chart_trace::Values gx = x_groups[static_cast<std::size_t>(k)];
     const chart_trace::Values gy = y_groups[static_cast<std::size_t>(k)];

@@ -42,7 +42,7 @@ class Points_curves_algm {
   std::vector<double> x_centres, y_centres;
   std::vector<double> x_curves, y_curves;  // first all curve pixels, then the chain
   std::vector<double> x_points_curves, y_points_curves;
-  chart_trace::Group_list x_groups, y_groups;
+  chart_trace::Group_list x_groups, y_groups;  // given up once they are sorted out
   double pixel_step;
   double cluster_fraction;
   std::int32_t num_groups;

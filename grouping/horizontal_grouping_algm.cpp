@@ -30,19 +30,17 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
   horizontal_groups();
   const Run_pairs runs{x_runs.data(), y_runs.data(), static_cast<Run>(x_runs.size()),
                        this->pixel_step, row_tolerance};
-  if (Touching_runs::in_raster_order(runs)) {
-    take_groups(Raster_runs(runs));
-  } else {
-    take_groups(Unordered_runs(runs));
-  }
+  std::vector<std::uint32_t> ends = Touching_runs::in_raster_order(runs)
+                                        ? take_groups(Raster_runs(runs))
+                                        : take_groups(Unordered_runs(runs));
+  gather_points();
+  x_groups = {std::move(x_group), ends};
+  y_groups = {std::move(y_group), std::move(ends)};
 }
 
 void Horizontal_grouping_algm::horizontal_groups() {
   // The first point counts in any case, the others as far as a signed 32-bit integer counts.
   const auto count = static_cast<std::size_t>(std::max(chart_trace::count_of(x_points), 1));
-  x_runs.reserve(count);
-  y_runs.reserve(count);
-  run_ends_.reserve(count);
   chart_trace::for_each_run(x_points.data(), y_points.data(), count, pixel_step,
                             [this](std::size_t first, std::size_t last) {
                               // The x values of a run never fall with a positive step; with any
@@ -54,51 +52,57 @@ void Horizontal_grouping_algm::horizontal_groups() {
                             });
 }
 
+// Returns where the points of each group end when all points stand in the order of joining.
 template <typename Run_list>
-void Horizontal_grouping_algm::take_groups(Run_list runs) {
+std::vector<std::uint32_t> Horizontal_grouping_algm::take_groups(Run_list runs) {
   std::vector<std::uint32_t> ends;
-  x_group.resize(run_ends_.back());
-  y_group.resize(run_ends_.back());
+  std::uint32_t end = 0;
   runs_left = static_cast<std::int32_t>(runs.left());
   while (runs_left >= 1) {
+    const std::size_t first = joined_.size();
     first_group(runs);
-    ends.push_back(gather_points(ends.empty() ? 0 : ends.back()));
+    for (std::size_t k = first; k < joined_.size(); ++k) {
+      end += static_cast<std::uint32_t>(end_of(joined_[k]) - begin_of(joined_[k]));
+    }
+    ends.push_back(end);
     runs_left = static_cast<std::int32_t>(runs.left());
   }
-  x_groups = {std::move(x_group), ends};
-  y_groups = {std::move(y_group), std::move(ends)};
+  return ends;
 }
 
 // The group is its own queue: the runs behind the reference run have joined but not been searched
 // from yet.
 template <typename Run_list>
 void Horizontal_grouping_algm::first_group(Run_list& runs) {
-  group_runs_.clear();
-  group_runs_.push_back(runs.take_first());
-  bool stopped = runs.take_touching(group_runs_[0], false, group_runs_);
-  for (std::size_t next = 1; stopped && next < group_runs_.size(); ++next) {
+  std::size_t next = joined_.size();
+  joined_.push_back(runs.take_first());
+  bool stopped = runs.take_touching(joined_[next], false, joined_);
+  for (++next; stopped && next < joined_.size(); ++next) {
     // Straight after a change of reference the first run of the list is not held against the end of
     // the search: it can neither end the group nor change the reference once more.
-    stopped = runs.take_touching(group_runs_[next], true, group_runs_);
+    stopped = runs.take_touching(joined_[next], true, joined_);
   }
 }
 
-// Puts the points of the group behind those of the groups before it and returns where they end.
-std::uint32_t Horizontal_grouping_algm::gather_points(std::uint32_t begin) {
-  std::uint32_t end = begin;
-  for (const chart_trace::Run run : group_runs_) {
-    const std::size_t first = begin_of(run);
-    const std::size_t count = end_of(run) - first;
+// The points of all groups in the order of joining. Once the x values have been gathered, their
+// memory takes the y values: the touch of fresh memory costs more than the copying.
+void Horizontal_grouping_algm::gather_points() {
+  x_group = gathered(x_points, std::vector<double>(run_ends_.back()));
+  y_group = gathered(y_points, std::move(x_points));
+  y_points = {};
+}
+
+std::vector<double> Horizontal_grouping_algm::gathered(const std::vector<double>& points,
+                                                       std::vector<double> memory) const {
+  double* to = memory.data();
+  for (const chart_trace::Run run : joined_) {
+    const double* from = &points[begin_of(run)];
+    std::size_t count = end_of(run) - begin_of(run);
     if (count > short_run) {
-      std::copy_n(&x_points[first], count, &x_group[end]);
-      std::copy_n(&y_points[first], count, &y_group[end]);
+      to = std::copy_n(from, count, to);
     } else {
-      for (std::size_t k = 0; k < count; ++k) {
-        x_group[end + k] = x_points[first + k];
-        y_group[end + k] = y_points[first + k];
-      }
+      for (; count > 0; --count) *to++ = *from++;
     }
-    end += static_cast<std::uint32_t>(count);
   }
-  return end;
+  return memory;
 }

@@ -32,21 +32,22 @@ class Horizontal_grouping_algm {
  private:
   void horizontal_groups();
   template <typename Run_list>
-  void take_groups(Run_list runs);
+  std::vector<std::uint32_t> take_groups(Run_list runs);
   template <typename Run_list>
   void first_group(Run_list& runs);
-  std::uint32_t gather_points(std::uint32_t begin);
+  void gather_points();
+  std::vector<double> gathered(const std::vector<double>& points, std::vector<double> memory) const;
   std::size_t begin_of(chart_trace::Run run) const { return run == 0 ? 0 : run_ends_[run - 1]; }
   std::size_t end_of(chart_trace::Run run) const { return run_ends_[run]; }
 
-  std::vector<double> x_points, y_points;
-  std::vector<double> x_group, y_group;         // the groups so far, one behind the other
+  std::vector<double> x_points, y_points;       // in input order; empty once built
+  std::vector<double> x_group, y_group;         // in the order of joining, all groups
   std::vector<chart_trace::Run_extent> x_runs;  // all runs, in input order: their extents
   std::vector<double> y_runs;                   // and their rows; the points stay where they are
   chart_trace::Group_list x_groups, y_groups;   // parallel, in the order of their first runs
   double pixel_step;
   double row_tolerance;
   std::int32_t runs_left;
-  std::vector<chart_trace::Run> run_ends_;    // of each run, the point behind its last
-  std::vector<chart_trace::Run> group_runs_;  // the runs of the group, in the order of joining
+  std::vector<chart_trace::Run> run_ends_;  // of each run, the point behind its last
+  std::vector<chart_trace::Run> joined_;    // the runs in groups so far, in the order of joining
 };

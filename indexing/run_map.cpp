@@ -82,28 +82,29 @@ bool Run_map::place_runs(const Run_pairs& pairs) {
   const std::int64_t limit = std::min(128 * pixels + (1 << 20), std::int64_t{UINT32_MAX});
   if (!are_whole || area > limit) return false;
   stride_ = static_cast<std::size_t>(stride);
-  blocks_.resize(static_cast<std::size_t>(area) / word_bits + 1);
+  pixels_.resize(static_cast<std::size_t>(area) / word_bits + 1);
   return true;
 }
 
 // Whether no pixel is covered twice.
 bool Run_map::mark_pixels() {
-  std::uint64_t twice = 0;
+  Word twice = 0;
   for (Run run = 0; run < spans_.size(); ++run) {
-    for_each_block(run, [&](Block& block, std::uint64_t mask) {
-      twice |= block.pixels & mask;
-      block.pixels |= mask;
+    for_each_word(run, [&](std::size_t word, Word mask) {
+      twice |= pixels_[word] & mask;
+      pixels_[word] |= mask;
     });
   }
   return twice == 0;
 }
 
 void Run_map::rank_runs() {
+  left_ = pixels_;
+  before_.reserve(pixels_.size());
   std::uint32_t before = 0;
-  for (Block& block : blocks_) {
-    block.left = block.pixels;
-    block.before = before;
-    before += count_bits(block.pixels);
+  for (const Word word : pixels_) {
+    before_.push_back(before);
+    before += count_bits(word);
   }
   run_of_.resize(before);
   for (Run run = 0; run < spans_.size(); ++run) {

@@ -22,6 +22,8 @@ class Group_list {
       : values_(std::move(values)), ends_(std::move(ends)) {}
 
   std::size_t size() const { return ends_.size(); }
+  // The number of values in all groups.
+  std::size_t value_count() const { return ends_.empty() ? 0 : ends_.back(); }
 
   Values operator[](std::size_t k) const {
     return {values_.data() + (k == 0 ? 0 : ends_[k - 1]), values_.data() + ends_[k]};
