@@ -182,10 +182,10 @@ void Pixel_flood::write(Point_writer& group) const {
     const double x = map_.left() + (stretch.place - row * map_.stride());
     if (stretch.length == 1) {
       group.add(x, y);
+    } else if (stretch.length > 1) {
+      group.add_along(x, y, static_cast<std::size_t>(stretch.length));
     } else {
-      const bool is_down = stretch.length < 0;
-      group.add(x, y, static_cast<std::size_t>(std::abs(stretch.length)), is_down ? 0.0 : 1.0,
-                is_down ? 1.0 : 0.0);
+      group.add_down(x, y, static_cast<std::size_t>(-stretch.length));
     }
   }
 }

@@ -5,24 +5,11 @@
 #include <limits>
 
 #include "indexing/bits.hpp"
+#include "indexing/range.hpp"
 #include "indexing/runs.hpp"
 
 namespace chart_trace {
 namespace {
-
-struct Range {
-  double low;
-  double high;
-};
-
-Range range_of(const std::vector<double>& values) {
-  Range range{values[0], values[0]};
-  for (const double value : values) {
-    range.low = value < range.low ? value : range.low;
-    range.high = range.high < value ? value : range.high;
-  }
-  return range;
-}
 
 // Whether a few values, evenly spread, are in rising order: other orders are told by them at once.
 bool seem_sorted(const std::vector<double>& values) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -22,31 +21,41 @@ class Point_writer {
     ++count_;
   }
 
-  // `length` points, each `right` and `down` from the one before. Whole blocks are written, however
-  // few are wanted, while there is room: that is cheaper than a loop whose end cannot be guessed.
-  void add(double column, double row, std::size_t length, double right, double down) {
-    while (length > 0) {
-      if (room_ - count_ < block) {
-        add(column, row);
-        column += right;
-        row += down;
-        --length;
-        continue;
-      }
-      for (std::size_t i = 0; i < block; ++i) {
-        columns_[count_ + i] = column + right * static_cast<double>(i);
-        rows_[count_ + i] = row + down * static_cast<double>(i);
-      }
-      const std::size_t used = std::min(length, block);
-      column += right * block;
-      row += down * block;
-      length -= used;
-      count_ += used;
-    }
+  // `length` points side by side, each one to the right of the one before.
+  void add_along(double column, double row, std::size_t length) {
+    add_blocks(length, [&](std::size_t at, double k) {
+      columns_[at] = column + k;
+      rows_[at] = row;
+    });
+  }
+
+  // `length` points one below the other.
+  void add_down(double column, double row, std::size_t length) {
+    add_blocks(length, [&](std::size_t at, double k) {
+      columns_[at] = column;
+      rows_[at] = row + k;
+    });
   }
 
  private:
   static constexpr std::size_t block = 4;
+
+  // Calls write(place, k) for k from 0 to length - 1. Whole blocks are written, however few are
+  // wanted, while there is room: that is cheaper than a loop whose end cannot be guessed.
+  template <typename Write>
+  void add_blocks(std::size_t length, Write write) {
+    std::size_t k = 0;
+    double offset = 0.0;  // k, which counts faster than it converts
+    for (; k < length && room_ - count_ >= k + block; k += block, offset += block) {
+      const std::size_t place = count_ + k;
+      write(place, offset);
+      write(place + 1, offset + 1.0);
+      write(place + 2, offset + 2.0);
+      write(place + 3, offset + 3.0);
+    }
+    for (; k < length; ++k, offset += 1.0) write(count_ + k, offset);
+    count_ += length;
+  }
 
   double* columns_;
   double* rows_;

@@ -1046,24 +1046,23 @@ export const bugs = {
     },
     {
       name: 'the runs that joined last are searched from first',
-      find: 'take_touching(group_runs_[next], true, group_runs_)',
-      replace: 'take_touching(group_runs_[group_runs_.size() - next], true, group_runs_)',
+      find: 'take_touching(joined_[next], true, joined_)',
+      replace: 'take_touching(joined_[joined_.size() - 1], true, joined_)',
     },
     {
       name: 'runs still waiting at the end of the list are searched from',
-      find: 'for (std::size_t next = 1; stopped && next < group_runs_.size(); ++next) {',
-      replace:
-        'for (std::size_t next = 1; (stopped || true) && next < group_runs_.size(); ++next) {',
+      find: 'for (++next; stopped && next < joined_.size(); ++next) {',
+      replace: 'for (++next; (stopped || true) && next < joined_.size(); ++next) {',
     },
     {
       name: 'the first run after a change of reference can change it again',
-      find: 'take_touching(group_runs_[next], true, group_runs_)',
-      replace: 'take_touching(group_runs_[next], false, group_runs_)',
+      find: 'take_touching(joined_[next], true, joined_)',
+      replace: 'take_touching(joined_[next], false, joined_)',
     },
     {
       name: 'the first reference is followed by an exempt run',
-      find: 'take_touching(group_runs_[0], false, group_runs_)',
-      replace: 'take_touching(group_runs_[0], true, group_runs_)',
+      find: 'bool stopped = runs.take_touching(joined_[next], false, joined_);',
+      replace: 'bool stopped = runs.take_touching(joined_[next], true, joined_);',
     },
     {
       name: 'a run ends where it begins',
@@ -1071,9 +1070,9 @@ export const bugs = {
       replace: 'static_cast<float>(x_points[first])',
     },
     {
-      name: 'the y values of a run are its row',
-      find: 'y_group[end + k] = y_points[first + k];',
-      replace: 'y_group[end + k] = y_runs[run];',
+      name: 'a long run is gathered without its last point',
+      find: 'to = std::copy_n(from, count, to);',
+      replace: 'to = std::copy_n(from, count - 1, to) + 1;',
     },
   ],
 
@@ -1085,16 +1084,29 @@ export const bugs = {
     },
   ],
 
-  'indexing/point_writer.hpp': [
+  'indexing/range.hpp': [
     {
-      name: 'a long stretch is written over and over from its first column',
-      find: '      column += right * block;\n',
+      name: 'the last few values do not count to a range',
+      find: '  for (; i < values.size(); ++i) a.include(values[i]);\n',
       replace: '',
     },
     {
+      name: 'one value of four does not count to a range',
+      find: 'std::max({a.high, b.high, c.high, d.high})',
+      replace: 'std::max({a.high, b.high, c.high})',
+    },
+  ],
+
+  'indexing/point_writer.hpp': [
+    {
+      name: 'a long stretch is written over and over from its first column',
+      find: 'k += block, offset += block)',
+      replace: 'k += block)',
+    },
+    {
       name: 'a stretch at the very end is written in whole blocks',
-      find: 'if (room_ - count_ < block) {',
-      replace: 'if (room_ == count_) {',
+      find: 'room_ - count_ >= k + block',
+      replace: 'room_ - count_ > k',
     },
   ],
 
@@ -1195,11 +1207,6 @@ export const bugs = {
       replace: 'if (x.empty()) return;',
     },
     {
-      name: 'one point of four does not count to the range of x',
-      find: 'std::max({a.last, b.last, c.last, d.last})',
-      replace: 'std::max({a.last, b.last, c.last})',
-    },
-    {
       name: 'points left over make the compartments reach no farther',
       find: 'const bool beyond = holds_nan(x, y);',
       replace: 'const bool beyond = false;',
@@ -1218,11 +1225,6 @@ export const bugs = {
       name: 'a NaN as first y takes points all the same',
       find: 'takes_any_ = !std::isnan(y[0]);',
       replace: 'takes_any_ = true;',
-    },
-    {
-      name: 'the last few points do not count to the range of x',
-      find: '  for (; i < x.size(); ++i) a.include(x[i]);\n',
-      replace: '',
     },
   ],
 
