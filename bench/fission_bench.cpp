@@ -1,13 +1,10 @@
 // Fission grouping, beside OpenCV's connected components of the same picture with one pass that
-// lists the pixels of each label; and on points that are no pixels.
+// lists the pixels of each label.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
-#include <string>
 #include <vector>
 #ifdef CHART_TRACE_OPENCV
 #include <opencv2/imgproc.hpp>
@@ -20,21 +17,19 @@
 namespace chart_trace_bench {
 namespace {
 
-void group(const Pixels& pixels, double step) {
-  const Fission_algm fission(pixels.x, pixels.y, step);
+void group(const Pixels& pixels) {
+  const Fission_algm fission(pixels.x, pixels.y, 1.0);
   benchmark::DoNotOptimize(&fission);
   benchmark::ClobberMemory();
 }
 
-bool equals_oracle(const Pixels& pixels, double step) {
-  const Fission_algm fission(pixels.x, pixels.y, step);
-  const oracle::Groups want = oracle::fission(pixels.x, pixels.y, step);
+bool equals_oracle(const Pixels& pixels) {
+  const Fission_algm fission(pixels.x, pixels.y, 1.0);
+  const oracle::Groups want = oracle::fission(pixels.x, pixels.y, 1.0);
   return same_bits(fission.x_groups_func(), want.x) && same_bits(fission.y_groups_func(), want.y);
 }
 
-const bool registered =
-    on_pixel_sets({"Fission_algm", [](const Pixels& pixels) { group(pixels, 1.0); },
-                   [](const Pixels& pixels) { return equals_oracle(pixels, 1.0); }});
+const bool registered = on_pixel_sets({"Fission_algm", group, equals_oracle});
 
 #ifdef CHART_TRACE_OPENCV
 // The picture is painted once; what is timed starts from it, as a reader of pictures would.
@@ -80,46 +75,6 @@ const bool anchor_registered = on_pixel_sets({"Fission_algm:OpenCV",
                                               {Order::raster},
                                               {10'000, 100'000, 1'000'000}});
 #endif
-
-// Evenly distributed points, `spacing` steps apart on average; the last is a far outlier.
-Pixels cloud_of(std::size_t count, double spacing) {
-  Pixels points = random_points(count, spacing * std::sqrt(static_cast<double>(count)));
-  points.x.back() = 1e300;
-  points.y.front() = std::numeric_limits<double>::quiet_NaN();
-  return points;
-}
-
-void measure(benchmark::State& state, const Pixels& small, const Pixels& points, double step) {
-  if (!equals_oracle(small, step)) {
-    state.SkipWithError("the answer is wrong");
-    return;
-  }
-  group(points, step);
-  for (auto _ : state) group(points, step);
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(points.x.size()));
-}
-
-bool register_points() {
-  for (const double spacing : {0.7, 1.0, 2.0, 1e6}) {
-    for (const std::size_t count : {10'000U, 100'000U, 1'000'000U}) {
-      const std::string name = "Fission_points/cloud of spacing " + std::to_string(spacing) + '/' +
-                               std::to_string(count);
-      benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
-        measure(state, cloud_of(2'000, spacing), cloud_of(count, spacing), 1.0);
-      });
-    }
-  }
-  benchmark::RegisterBenchmark("Fission_points/discs at fractional steps/100000",
-                               [](benchmark::State& state) {
-                                 Pixels discs = pixels_of(Shape::discs, Order::raster, 100'000);
-                                 for (double& x : discs.x) x *= 0.7;
-                                 for (double& y : discs.y) y *= 0.7;
-                                 measure(state, cloud_of(2'000, 0.7), discs, 0.7);
-                               });
-  return true;
-}
-
-const bool points_registered = register_points();
 
 }  // namespace
 }  // namespace chart_trace_bench
