@@ -54,7 +54,7 @@ bool clusters_are_right(const Pixels& points) {
 Pixels cloud_of(std::size_t count, double spacing) {
   Pixels points = random_points(count, spacing * step * std::sqrt(static_cast<double>(count)));
   points.x.back() = 1e300;
-  points.y.front() = std::numeric_limits<double>::quiet_NaN();
+  points.y[count / 2] = std::numeric_limits<double>::quiet_NaN();
   return points;
 }
 
