@@ -6,7 +6,8 @@
 /** How many pictures each mode is given. */
 export const CASES_OF_A_MODE = 300;
 
-const MODES = [
+/** The modes, in the order in which seeds choose among them. */
+export const MODES = [
   'point_density',
   'points_curves-fission',
   'points_curves-horizontal',

@@ -8,27 +8,13 @@ import { createRequire } from 'node:module';
 import process from 'node:process';
 import fc from 'fast-check';
 
+import { MODES } from '../../pinned/cases.js';
+
 const [addonFile, calls, seed] = process.argv.slice(2);
 const { trace } = createRequire(import.meta.url)(addonFile);
 
 // A recipe says how to make a value, so that the module and the model are each handed a fresh one:
 // values that change while they are read, or that are spent after one call, can be used as well.
-
-const MODES = [
-  'point_density',
-  'points_curves-fission',
-  'points_curves-horizontal',
-  'points-horizontal',
-  'points-fission',
-  'curves-horizontal',
-  'curves-fission',
-  'bar_horizontal-fission',
-  'bar_vertical-fission',
-  'bar_horizontal-horizontal',
-  'bar_vertical-horizontal',
-  'histogram',
-  'step_size_graph',
-];
 
 const TYPED = [
   Float64Array,
