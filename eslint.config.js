@@ -7,10 +7,10 @@ const nodeModulesOfLib = [
   'lib/files.js',
   'lib/index.js',
   'lib/index.cjs',
-  'lib/native.js',
-  'lib/native.cjs',
+  'lib/tracing/native.js',
+  'lib/tracing/native.cjs',
   'lib/pictures.js',
-  'lib/project_files.js',
+  'lib/projects/project_files.js',
 ];
 
 export default [

@@ -18,10 +18,10 @@ import { parseArgs } from 'node:util';
 import sharp from 'sharp';
 import { writeWhole } from '../lib/files.js';
 import { decodePicture } from '../lib/pictures.js';
-import { selectSeries } from '../lib/pixels.js';
+import { selectSeries } from '../lib/selection/pixels.js';
 import { makeReport } from '../lib/reports/report.js';
 import { toCsv } from '../lib/reports/separated.js';
-import { traceChart } from '../lib/series.js';
+import { traceChart } from '../lib/tracing/series.js';
 
 const WIDTH = 3840;
 const HEIGHT = 2160;
@@ -104,7 +104,7 @@ function svg(series) {
   );
 }
 
-/** @type {import('../lib/axes.js').AxesDescription} */
+/** @type {import('../lib/axes/axes.js').AxesDescription} */
 const AXES = {
   x: { scale: 'linear', pixel: [PLOT.left, PLOT.right], value: [0, 10] },
   y: { scale: 'linear', pixel: [PLOT.bottom, PLOT.top], value: [0, 100] },

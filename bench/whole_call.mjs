@@ -9,7 +9,7 @@ import { execFileSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import process from 'node:process';
 import { fileURLToPath } from 'node:url';
-import { trace } from '../lib/native.js';
+import { trace } from '../lib/tracing/native.js';
 import { chartNames, modesOf, readChart } from '../test/integration/charts.js';
 
 const pixelsProgram = fileURLToPath(

@@ -1,7 +1,7 @@
 // The formats of records.
 
 import process from 'node:process';
-import { parseColour } from '../lib/colours.js';
+import { parseColour } from '../lib/selection/colours.js';
 import { columnsFor } from '../lib/reports/columns.js';
 import { toJson, toNdjson } from '../lib/reports/json.js';
 import { REPORT_VERSION } from '../lib/reports/report.js';
@@ -23,7 +23,7 @@ const isColoured = ({ output = '-' }) => output === '-' && hasColours(process.st
  * What writes traced images.
  * @param {Format} format
  * @param {Record<string, any>} options
- * @param {import('../lib/modes.js').Kind[]} kinds Of the series.
+ * @param {import('../lib/tracing/modes.js').Kind[]} kinds Of the series.
  * @returns {Writer}
  */
 export function traceWriter(format, options, kinds) {

@@ -1,6 +1,6 @@
 // One image: from its file to the colours of the series in it.
 
-import { findSeriesColours } from '../lib/palette.js';
+import { findSeriesColours } from '../lib/selection/palette.js';
 import { recordOf } from './trace_image.js';
 
 /**

@@ -4,7 +4,7 @@
 import { readFileSync } from 'node:fs';
 import { availableParallelism } from 'node:os';
 import { Argument, Command, Option } from 'commander';
-import { MODES } from '../lib/modes.js';
+import { MODES } from '../lib/tracing/modes.js';
 import { box, colour, colours, number, oneOf, references } from './values.js';
 
 /** @typedef {import('commander').Command} Program */

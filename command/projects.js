@@ -2,18 +2,18 @@
 
 import { extname } from 'node:path';
 import { sha256Of } from '../lib/files.js';
-import { planOf } from '../lib/options.js';
-import { makeProject } from '../lib/project.js';
+import { planOf } from '../lib/tracing/options.js';
+import { makeProject } from '../lib/projects/project.js';
 import {
   pathFromProject,
   readProject,
   readProjectImage,
   writeProject,
-} from '../lib/project_files.js';
+} from '../lib/projects/project_files.js';
 import { settingsOf } from './settings.js';
 import { usageError } from './usage.js';
 
-/** @typedef {import('../lib/project.js').Project} Project */
+/** @typedef {import('../lib/projects/project.js').Project} Project */
 /** @typedef {import('./settings.js').Settings} Settings */
 
 /**
@@ -21,7 +21,7 @@ import { usageError } from './usage.js';
  * @typedef {object} Plan
  * @property {{file: string, content?: Uint8Array}[]} images
  * @property {Settings | {project: Project}} settings
- * @property {import('../lib/modes.js').Kind[]} kinds Of the series.
+ * @property {import('../lib/tracing/modes.js').Kind[]} kinds Of the series.
  * @property {boolean} hasAxes
  * @property {boolean} isEverySeriesWanted Whether a series without a point is a failure.
  */

@@ -1,15 +1,15 @@
 // From what was typed to what the library is asked for: plain data that a worker can be sent.
 
 import { readFileSync } from 'node:fs';
-import { makeAxis } from '../lib/axes.js';
+import { makeAxis } from '../lib/axes/axes.js';
 import { ChartTraceError } from '../lib/errors.js';
-import { openPixels } from '../lib/masks.js';
-import { planOf } from '../lib/options.js';
+import { openPixels } from '../lib/selection/masks.js';
+import { planOf } from '../lib/tracing/options.js';
 import { wordsOf } from './messages.js';
 import { KINDS } from './program.js';
 import { asUsageError, usageError } from './usage.js';
 
-/** @typedef {import('../lib/options.js').TraceOptions} TraceOptions */
+/** @typedef {import('../lib/tracing/options.js').TraceOptions} TraceOptions */
 
 /**
  * How the images of a run are traced.

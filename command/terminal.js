@@ -36,7 +36,7 @@ export const bold = (text) => `\x1b[1m${text}\x1b[22m`;
 
 /**
  * Two characters of a colour.
- * @param {import('../lib/colours.js').Rgb} rgb
+ * @param {import('../lib/selection/colours.js').Rgb} rgb
  */
 export const swatch = (rgb) => `\x1b[48;2;${rgb.join(';')}m  \x1b[49m`;
 

@@ -3,17 +3,17 @@
 import { readFile } from 'node:fs/promises';
 import { extname } from 'node:path';
 import { writeWhole } from '../lib/files.js';
-import { findColours, findSeriesColours } from '../lib/palette.js';
+import { findColours, findSeriesColours } from '../lib/selection/palette.js';
 import { decodePicture, encodePng } from '../lib/pictures.js';
-import { traceProject } from '../lib/project.js';
+import { traceProject } from '../lib/projects/project.js';
 import { toOverlay } from '../lib/reports/overlay.js';
 import { makeReport } from '../lib/reports/report.js';
-import { traceChart } from '../lib/series.js';
+import { traceChart } from '../lib/tracing/series.js';
 import { wordsOf } from './messages.js';
 import { saveProject } from './projects.js';
 
-/** @typedef {import('../lib/project.js').Project} Project */
-/** @typedef {import('../lib/view.js').Picture} Picture */
+/** @typedef {import('../lib/projects/project.js').Project} Project */
+/** @typedef {import('../lib/selection/view.js').Picture} Picture */
 /** @typedef {import('./settings.js').Settings} Settings */
 /** @typedef {import('../lib/reports/report.js').ImageReport} ImageReport */
 

@@ -1,7 +1,7 @@
 // Reads what stands behind an option: text in, what the library takes out.
 
-import { parseReferences } from '../lib/axes.js';
-import { formatColour, parseColour } from '../lib/colours.js';
+import { parseReferences } from '../lib/axes/axes.js';
+import { formatColour, parseColour } from '../lib/selection/colours.js';
 import { asUsageError, didYouMean, usageError } from './usage.js';
 
 /**
@@ -55,7 +55,7 @@ export const colours =
 /**
  * Reads a rectangle.
  * @param {string} option
- * @returns {(text: string) => import('../lib/pixels.js').Box}
+ * @returns {(text: string) => import('../lib/selection/pixels.js').Box}
  */
 export const box = (option) => (text) => {
   const parts = text.split(',').map((part) => (part.trim() === '' ? NaN : Number(part)));

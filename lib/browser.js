@@ -3,51 +3,57 @@
 
 import * as native from '#native';
 
-/** @typedef {import('./axes.js').Axes} Axes */
-/** @typedef {import('./axes.js').AxesDescription} AxesDescription */
-/** @typedef {import('./axes.js').Axis} Axis */
-/** @typedef {import('./axes.js').AxisDescription} AxisDescription */
-/** @typedef {import('./modes.js').Grouping} Grouping */
-/** @typedef {import('./modes.js').Kind} Kind */
-/** @typedef {import('./modes.js').Mode} Mode */
-/** @typedef {import('./masks.js').Box} Box */
-/** @typedef {import('./masks.js').Mask} Mask */
-/** @typedef {import('./options.js').TraceOptions} TraceOptions */
-/** @typedef {import('./palette.js').FoundColour} FoundColour */
-/** @typedef {import('./pixels.js').Points} Points */
-/** @typedef {import('./pixels.js').SelectionOptions} SelectionOptions */
-/** @typedef {import('./view.js').Picture} Picture */
-/** @typedef {import('./project.js').Project} Project */
-/** @typedef {import('./project.js').ProjectImage} ProjectImage */
+/** @typedef {import('./axes/axes.js').Axes} Axes */
+/** @typedef {import('./axes/axes.js').AxesDescription} AxesDescription */
+/** @typedef {import('./axes/axes.js').Axis} Axis */
+/** @typedef {import('./axes/axes.js').AxisDescription} AxisDescription */
+/** @typedef {import('./tracing/modes.js').Grouping} Grouping */
+/** @typedef {import('./tracing/modes.js').Kind} Kind */
+/** @typedef {import('./tracing/modes.js').Mode} Mode */
+/** @typedef {import('./selection/masks.js').Box} Box */
+/** @typedef {import('./selection/masks.js').Mask} Mask */
+/** @typedef {import('./tracing/options.js').TraceOptions} TraceOptions */
+/** @typedef {import('./selection/palette.js').FoundColour} FoundColour */
+/** @typedef {import('./selection/pixels.js').Points} Points */
+/** @typedef {import('./selection/pixels.js').SelectionOptions} SelectionOptions */
+/** @typedef {import('./selection/view.js').Picture} Picture */
+/** @typedef {import('./projects/project.js').Project} Project */
+/** @typedef {import('./projects/project.js').ProjectImage} ProjectImage */
 /** @typedef {import('./reports/report.js').ErrorReport} ErrorReport */
 /** @typedef {import('./reports/report.js').ImageReport} ImageReport */
 /** @typedef {import('./reports/report.js').ImageResult} ImageResult */
 /** @typedef {import('./reports/report.js').Report} Report */
 /** @typedef {import('./reports/report.js').SeriesReport} SeriesReport */
-/** @typedef {import('./series.js').Series} Series */
+/** @typedef {import('./tracing/series.js').Series} Series */
 
-export { makeAxes, makeAxis, parseReferences } from './axes.js';
-export { chroma, colourDistance, formatColour, parseColour } from './colours.js';
+export { makeAxes, makeAxis, parseReferences } from './axes/axes.js';
+export { chroma, colourDistance, formatColour, parseColour } from './selection/colours.js';
 export { ChartTraceError, LimitError } from './errors.js';
-export { MODES, splitResult } from './modes.js';
+export { MODES, splitResult } from './tracing/modes.js';
 export { contrastingColour, overlaySvg } from './overlay.js';
-export { findColours, findSeriesColours } from './palette.js';
-export { selectPixels, selectSeries } from './pixels.js';
-export { checkHash, formatProject, makeProject, parseProject, traceProject } from './project.js';
+export { findColours, findSeriesColours } from './selection/palette.js';
+export { selectPixels, selectSeries } from './selection/pixels.js';
+export {
+  checkHash,
+  formatProject,
+  makeProject,
+  parseProject,
+  traceProject,
+} from './projects/project.js';
 export { COLUMN_NAMES, columnsFor } from './reports/columns.js';
 export { toJson, toNdjson } from './reports/json.js';
 export { toOverlay } from './reports/overlay.js';
 export { errorReport, makeReport } from './reports/report.js';
 export { toCsv, toTsv } from './reports/separated.js';
 export { toTable } from './reports/table.js';
-export { traceChart } from './series.js';
-export { tracePixels } from './tracing.js';
+export { traceChart } from './tracing/series.js';
+export { tracePixels } from './tracing/tracing.js';
 export { VERSION } from './version.js';
 
 // With their types told here: declarations would name #native, which has none.
 
-/** @type {import('./native.js').Engine} */
+/** @type {import('./tracing/native.js').Engine} */
 export const engine = native.engine;
 
-/** @type {import('./native.js').Trace} */
+/** @type {import('./tracing/native.js').Trace} */
 export const trace = native.trace;

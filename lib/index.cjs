@@ -6,6 +6,8 @@
 
 /** @returns {any} */
 const load = () =>
-  process.features.require_module ? { ...require('./index.js') } : require('./native.cjs').load();
+  process.features.require_module
+    ? { ...require('./index.js') }
+    : require('./tracing/native.cjs').load();
 
 module.exports = /** @type {typeof import('./index.js')} */ (load());

@@ -3,4 +3,9 @@
 export * from './browser.js';
 export { sha256Of, writeWhole } from './files.js';
 export { decodePicture, encodePng, writePng } from './pictures.js';
-export { pathFromProject, readProject, readProjectImage, writeProject } from './project_files.js';
+export {
+  pathFromProject,
+  readProject,
+  readProjectImage,
+  writeProject,
+} from './projects/project_files.js';

@@ -1,8 +1,8 @@
 // Draws traced points, to be laid over the picture they were traced from.
 
-import { colourDistance, parseColour } from './colours.js';
+import { colourDistance, parseColour } from './selection/colours.js';
 
-/** @typedef {import('./colours.js').Rgb} Rgb */
+/** @typedef {import('./selection/colours.js').Rgb} Rgb */
 
 // Colours that people with any kind of colour vision tell apart (Okabe and Ito).
 const PALETTE = ['#0072b2', '#e69f00', '#cc79a7', '#009e73', '#56b4e9', '#d55e00', '#f0e442'];

@@ -3,7 +3,7 @@
 import { ChartTraceError, LimitError } from './errors.js';
 import { writeWhole } from './files.js';
 
-/** @typedef {import('./view.js').Picture} Picture */
+/** @typedef {import('./selection/view.js').Picture} Picture */
 
 /**
  * Decodes a picture: PNG, JPEG, WebP, TIFF, GIF, SVG (at its own width and height) or AVIF.

@@ -17,12 +17,12 @@ const build = spawnSync(process.execPath, ['scripts/build.mjs'], { cwd: root, en
 if (build.status !== 0) stop(`${build.stdout}${build.stderr}`);
 
 // Only now is everything there that these need.
-const { makeAxis } = await import('../lib/axes.js');
-const { parseColour } = await import('../lib/colours.js');
+const { makeAxis } = await import('../lib/axes/axes.js');
+const { parseColour } = await import('../lib/selection/colours.js');
 const { contrastingColour, overlaySvg } = await import('../lib/overlay.js');
 const { decodePicture, writePng } = await import('../lib/pictures.js');
-const { selectPixels } = await import('../lib/pixels.js');
-const { tracePixels } = await import('../lib/tracing.js');
+const { selectPixels } = await import('../lib/selection/pixels.js');
+const { tracePixels } = await import('../lib/tracing/tracing.js');
 
 const folder = join(root, 'examples', 'charts');
 const chart = JSON.parse(readFileSync(join(folder, `${CHART}.json`), 'utf8'));
@@ -56,8 +56,8 @@ console.log(`\nThe traced points over the chart: ${relative(process.cwd(), overl
 /**
  * A row for each traced point, from left to right, beside the published value nearest to it in x.
  * @param {{x: number[], y: number[]}} points
- * @param {import('../lib/axes.js').Axis} xAxis
- * @param {import('../lib/axes.js').Axis} yAxis
+ * @param {import('../lib/axes/axes.js').Axis} xAxis
+ * @param {import('../lib/axes/axes.js').Axis} yAxis
  * @param {[number, number][]} published
  */
 function rows({ x, y }, xAxis, yAxis, published) {

@@ -19,7 +19,7 @@
 
 import { refuse } from '../errors.js';
 
-/** @typedef {import('../modes.js').Kind} Kind */
+/** @typedef {import('../tracing/modes.js').Kind} Kind */
 /** @typedef {import('./report.js').BarReport} BarReport */
 /** @typedef {import('./report.js').BinReport} BinReport */
 /** @typedef {import('./report.js').ErrorReport} ErrorReport */

@@ -4,7 +4,7 @@
 // black and white. Everything has a rim, white or, for pale colours, nearly black, so that it stands
 // out on every ground.
 
-import { parseColour, toOklab } from '../colours.js';
+import { parseColour, toOklab } from '../selection/colours.js';
 import { refuse } from '../errors.js';
 import { contrastingColour } from '../overlay.js';
 
@@ -101,7 +101,7 @@ function drawing(series, { i, ink, scale, width, height }) {
   );
 }
 
-/** @type {Record<import('../modes.js').Kind, (series: SeriesReport, style: Style) => Drawing>} */
+/** @type {Record<import('../tracing/modes.js').Kind, (series: SeriesReport, style: Style) => Drawing>} */
 const DRAWINGS = {
   scatter: ({ pixels }, style) => ({ marks: markers(known(pixels), style) }),
   curve: ({ pixels }, { scale }) => ({ line: chain(pixels, scale), dots: dotsAt(pixels) }),

@@ -1,9 +1,9 @@
 // The report of what was found in pictures: plain data of one shape, which all formats are written
 // from.
 
-/** @typedef {import('../axes.js').AxisValue} AxisValue */
-/** @typedef {import('../modes.js').Kind} Kind */
-/** @typedef {import('../series.js').Series} Series */
+/** @typedef {import('../axes/axes.js').AxisValue} AxisValue */
+/** @typedef {import('../tracing/modes.js').Kind} Kind */
+/** @typedef {import('../tracing/series.js').Series} Series */
 
 /** The version of the report's shape. It grows when a field changes its meaning or goes. */
 export const REPORT_VERSION = 1;

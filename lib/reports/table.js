@@ -1,7 +1,7 @@
 // Reports as tables for people at a terminal. Numbers are rounded here to what one can read off a
 // chart; the other formats have them in full.
 
-import { parseColour } from '../colours.js';
+import { parseColour } from '../selection/colours.js';
 import { checkNumber } from '../errors.js';
 
 /** @typedef {import('./report.js').ErrorReport} ErrorReport */

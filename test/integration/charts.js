@@ -1,9 +1,9 @@
 // Traces the charts of examples/charts and compares with the true positions beside them.
 import { readdirSync, readFileSync } from 'node:fs';
-import { parseColour } from '../../lib/colours.js';
+import { parseColour } from '../../lib/selection/colours.js';
 import { decodePicture } from '../../lib/pictures.js';
-import { selectPixels } from '../../lib/pixels.js';
-import { tracePixels } from '../../lib/tracing.js';
+import { selectPixels } from '../../lib/selection/pixels.js';
+import { tracePixels } from '../../lib/tracing/tracing.js';
 
 const folder = new URL('../../examples/charts/', import.meta.url);
 

@@ -13,7 +13,7 @@ const program = fileURLToPath(new URL('../../bin/chart-trace.js', import.meta.ur
 /**
  * What is typed for a chart: the kind, the colour and the axes, as one reads them off it.
  * @param {any} description
- * @param {import('../../lib/axes.js').Axes} axes
+ * @param {import('../../lib/axes/axes.js').Axes} axes
  */
 export function argumentsFor({ file, axes: scales, series: [series] }, axes) {
   const references = (/** @type {'x' | 'y'} */ name) => {
@@ -65,7 +65,7 @@ export function traceByCommand(name) {
 /**
  * @param {any} traced
  * @param {any} truth
- * @param {import('../../lib/axes.js').Axes} axes
+ * @param {import('../../lib/axes/axes.js').Axes} axes
  */
 function compared(traced, truth, axes) {
   const touching = new Set((truth.touching ?? []).flat());

@@ -1,14 +1,14 @@
 // Selects the series of the charts of examples/charts by their colour alone, from files that keep every
 // pixel and from files that do not, and compares with the pixels that are the series'.
 import sharp from 'sharp';
-import { parseColour } from '../../lib/colours.js';
+import { parseColour } from '../../lib/selection/colours.js';
 import { decodePicture } from '../../lib/pictures.js';
-import { selectSeries } from '../../lib/pixels.js';
+import { selectSeries } from '../../lib/selection/pixels.js';
 
 /** @typedef {Awaited<ReturnType<typeof import('./charts.js').readChart>>} Chart */
-/** @typedef {import('../../lib/colours.js').Rgb} Rgb */
-/** @typedef {import('../../lib/pixels.js').Points} Points */
-/** @typedef {import('../../lib/view.js').Picture} Picture */
+/** @typedef {import('../../lib/selection/colours.js').Rgb} Rgb */
+/** @typedef {import('../../lib/selection/pixels.js').Points} Points */
+/** @typedef {import('../../lib/selection/view.js').Picture} Picture */
 
 /** @typedef {{precision: number, recall: number, f1: number}} Scores */
 
@@ -63,7 +63,7 @@ async function rewritten({ width, height, data }, format) {
  * about equally far.
  * @param {Picture} picture
  * @param {Rgb} colour
- * @param {import('../../lib/masks.js').Box} box
+ * @param {import('../../lib/selection/masks.js').Box} box
  * @returns {Points}
  */
 function coveredPixels(picture, colour, { left, top, right, bottom }) {

@@ -1,14 +1,14 @@
 // Traces the charts of examples/charts from their colour and their axes to values, and compares the
 // values with the data that the charts were drawn from.
-import { makeAxes } from '../../lib/axes.js';
-import { traceChart } from '../../lib/series.js';
+import { makeAxes } from '../../lib/axes/axes.js';
+import { traceChart } from '../../lib/tracing/series.js';
 import { apart, mean, nearestOf, nearestPairs } from './charts.js';
 
 /** @typedef {import('./charts.js').Position} Position */
-/** @typedef {import('../../lib/series.js').Series} Series */
+/** @typedef {import('../../lib/tracing/series.js').Series} Series */
 
 /** What the descriptions call the kinds of charts. */
-export const KINDS = /** @type {Record<string, import('../../lib/modes.js').Kind>} */ ({
+export const KINDS = /** @type {Record<string, import('../../lib/tracing/modes.js').Kind>} */ ({
   points_curve: 'points+curve',
   bars_vertical: 'bars',
   bars_horizontal: 'hbars',
@@ -64,7 +64,7 @@ export function traceSeries({ description, series, picture }) {
 /**
  * @param {Pick<Series, 'pixels'>} traced
  * @param {any} series The truth.
- * @param {import('../../lib/axes.js').Axes} axes
+ * @param {import('../../lib/axes/axes.js').Axes} axes
  * @returns {Comparison}
  */
 export function compareValues(traced, series, axes) {
@@ -100,7 +100,7 @@ export function compareValues(traced, series, axes) {
  * The place on a true curve that is nearest to a traced point, and its value.
  * @param {Position} point
  * @param {Position[]} curve Its vertices.
- * @param {import('../../lib/axes.js').Axes} axes
+ * @param {import('../../lib/axes/axes.js').Axes} axes
  */
 function onCurve(point, curve, axes) {
   const nearest = curve.slice(1).map((end, i) => nearestOf(point, curve[i], end));

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { makeAxes, makeAxis, parseReferences } from '../../lib/axes.js';
+import { makeAxes, makeAxis, parseReferences } from '../../lib/axes/axes.js';
 import { randomNumbers } from './support/random.js';
 
 /**

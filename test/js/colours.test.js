@@ -1,7 +1,13 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { converter } from 'culori';
-import { chroma, colourDistance, formatColour, parseColour, toOklab } from '../../lib/colours.js';
+import {
+  chroma,
+  colourDistance,
+  formatColour,
+  parseColour,
+  toOklab,
+} from '../../lib/selection/colours.js';
 
 test('colours are read in every notation of CSS', () => {
   const steel = [70, 130, 180];

@@ -6,7 +6,7 @@ import { writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { KINDS, makeProgram } from '../../command/program.js';
-import { MODES } from '../../lib/modes.js';
+import { MODES } from '../../lib/tracing/modes.js';
 import { root } from './support/addon.js';
 import { command, makeFolder, writeMarkers } from './support/command.js';
 

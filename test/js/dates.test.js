@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { formatDate, formatZone, parseDate, parseZone } from '../../lib/dates.js';
+import { formatDate, formatZone, parseDate, parseZone } from '../../lib/axes/dates.js';
 
 const time = (/** @type {string} */ text) => parseDate(text)?.time;
 

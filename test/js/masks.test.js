@@ -1,12 +1,12 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { clip, openPixels } from '../../lib/masks.js';
+import { clip, openPixels } from '../../lib/selection/masks.js';
 
 const box = { left: 2, top: 1, right: 8, bottom: 5 };
 
 /**
  * The open pixels as text, a row a line.
- * @param {import('../../lib/masks.js').Mask[]} masks
+ * @param {import('../../lib/selection/masks.js').Mask[]} masks
  */
 function drawn(masks) {
   const open = openPixels(masks, box);

@@ -1,9 +1,9 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { toOklab } from '../../lib/colours.js';
-import { blendOf, coverageOf, mixtureNear } from '../../lib/mixtures.js';
+import { toOklab } from '../../lib/selection/colours.js';
+import { blendOf, coverageOf, mixtureNear } from '../../lib/selection/mixtures.js';
 
-/** @typedef {import('../../lib/colours.js').Rgb} Rgb */
+/** @typedef {import('../../lib/selection/colours.js').Rgb} Rgb */
 
 /** @type {Rgb} */
 const white = [255, 255, 255];

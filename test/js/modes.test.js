@@ -1,8 +1,8 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { findMode, MODES, splitResult } from '../../lib/modes.js';
-import { trace } from '../../lib/native.js';
-import { tracePixels } from '../../lib/tracing.js';
+import { findMode, MODES, splitResult } from '../../lib/tracing/modes.js';
+import { trace } from '../../lib/tracing/native.js';
+import { tracePixels } from '../../lib/tracing/tracing.js';
 import { randomNumbers } from './support/random.js';
 
 test('the table lists thirteen different modes', () => {

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { parseColour } from '../../lib/colours.js';
+import { parseColour } from '../../lib/selection/colours.js';
 import { contrastingColour, overlaySvg } from '../../lib/overlay.js';
 import { decodePicture, encodePng } from '../../lib/pictures.js';
 

@@ -37,7 +37,7 @@ test('require gives trace where Node.js cannot require ES modules', async () => 
 });
 
 test('a module that the host lost sight of is loaded again, any other failure is told at once', () => {
-  const { loadRegistered } = createRequire(import.meta.url)('../../lib/native.cjs');
+  const { loadRegistered } = createRequire(import.meta.url)('../../lib/tracing/native.cjs');
   const failures = (count, message) => {
     let calls = 0;
     const loadOnce = () => {

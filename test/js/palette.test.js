@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { findColours, findSeriesColours } from '../../lib/palette.js';
+import { findColours, findSeriesColours } from '../../lib/selection/palette.js';
 import { bar, canvas, disc, line, paint } from './support/drawing.js';
 
 /** @param {{colour: string}[]} found */

@@ -1,6 +1,6 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { selectPixels } from '../../lib/pixels.js';
+import { selectPixels } from '../../lib/selection/pixels.js';
 
 /**
  * A picture of the given grey levels, in the red channel only so that the channels differ.

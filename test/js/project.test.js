@@ -24,7 +24,7 @@ import {
   VERSION,
   writeProject,
 } from 'chart-trace';
-import { staysInside } from '../../lib/project.js';
+import { staysInside } from '../../lib/projects/project.js';
 import { node, root } from './support/addon.js';
 
 const charts = join(root, 'examples/charts');
@@ -32,7 +32,7 @@ const chart = join(charts, 'vadeaths-bars.png');
 
 /** @type {string} */
 let folder;
-/** @type {import('../../lib/project.js').Project} */
+/** @type {import('../../lib/projects/project.js').Project} */
 let project;
 before(async () => {
   folder = await realpath(await mkdtemp(join(tmpdir(), 'chart-trace-')));

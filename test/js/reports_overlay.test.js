@@ -4,7 +4,7 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import { filterDeficiencyDeuter, filterDeficiencyProt, filterDeficiencyTrit } from 'culori';
 import { colourDistance, decodePicture, encodePng, makeReport, toOverlay } from 'chart-trace';
-import { parseColour } from '../../lib/colours.js';
+import { parseColour } from '../../lib/selection/colours.js';
 import { seriesOf } from './support/reports.js';
 
 const size = { width: 120, height: 100 };

@@ -2,12 +2,12 @@ import assert from 'node:assert/strict';
 import { test } from 'node:test';
 import sharp from 'sharp';
 import { decodePicture } from '../../lib/pictures.js';
-import { selectSeries } from '../../lib/pixels.js';
+import { selectSeries } from '../../lib/selection/pixels.js';
 import { bar, canvas, disc, line, paint } from './support/drawing.js';
 import { randomNumbers } from './support/random.js';
 
-/** @typedef {import('../../lib/pixels.js').SelectionOptions} SelectionOptions */
-/** @typedef {import('../../lib/view.js').Picture} Picture */
+/** @typedef {import('../../lib/selection/pixels.js').SelectionOptions} SelectionOptions */
+/** @typedef {import('../../lib/selection/view.js').Picture} Picture */
 /** @typedef {(x: number, y: number) => number} Coverage */
 
 /**

@@ -1,14 +1,14 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
-import { trace } from '../../lib/native.js';
-import { traceChart } from '../../lib/series.js';
-import { tracePixels } from '../../lib/tracing.js';
-import { withoutNeedless } from '../../lib/kinds.js';
-import { facing } from '../../lib/mirror.js';
-import { splitResult } from '../../lib/modes.js';
+import { trace } from '../../lib/tracing/native.js';
+import { traceChart } from '../../lib/tracing/series.js';
+import { tracePixels } from '../../lib/tracing/tracing.js';
+import { withoutNeedless } from '../../lib/tracing/kinds.js';
+import { facing } from '../../lib/tracing/mirror.js';
+import { splitResult } from '../../lib/tracing/modes.js';
 import { randomNumbers } from './support/random.js';
 
-/** @typedef {import('../../lib/axes.js').Pair} Pair */
+/** @typedef {import('../../lib/axes/axes.js').Pair} Pair */
 
 /**
  * The pixels of a picture that is drawn with letters, in raster order: whatever is no dot.
@@ -37,7 +37,7 @@ function filled(...boxes) {
   return { x: Float64Array.from(points, ([x]) => x), y: Float64Array.from(points, ([, y]) => y) };
 }
 
-/** @type {import('../../lib/axes.js').AxesDescription} */
+/** @type {import('../../lib/axes/axes.js').AxesDescription} */
 const axes = {
   x: { scale: 'linear', pixel: [0, 10], value: [0, 1] },
   y: { scale: 'linear', pixel: [20, 0], value: [0, 10] },

@@ -183,7 +183,7 @@ class Hash {
 
 /**
  * Traces the pictures of one mode.
- * @param {import('../../lib/native.js').Trace} trace
+ * @param {import('../../lib/tracing/native.js').Trace} trace
  * @param {string} mode
  * @param {number} first A seed that no other mode begins with.
  * @returns {{hash: string, numbers: number, failures: number}} `numbers`: how many all results have.
@@ -212,7 +212,7 @@ function pinned(trace, mode, first) {
 
 /**
  * What `trace` gives on this host.
- * @param {import('../../lib/native.js').Trace} trace
+ * @param {import('../../lib/tracing/native.js').Trace} trace
  */
 export function pinnedResults(trace) {
   return Object.fromEntries(

@@ -8,7 +8,7 @@ import { join } from 'node:path';
 import process from 'node:process';
 import test, { describe } from 'node:test';
 
-import { traceOf } from '../../lib/wasm.js';
+import { traceOf } from '../../lib/tracing/wasm.js';
 import { node, root } from '../js/support/addon.js';
 
 const require = createRequire(import.meta.url);

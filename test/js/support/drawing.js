@@ -1,8 +1,8 @@
 // Pictures drawn with plain shapes, for tests of colours.
 
-import { parseColour } from '../../../lib/colours.js';
+import { parseColour } from '../../../lib/selection/colours.js';
 
-/** @typedef {import('../../../lib/view.js').Picture} Picture */
+/** @typedef {import('../../../lib/selection/view.js').Picture} Picture */
 
 /**
  * A picture of one colour.

@@ -1,6 +1,6 @@
 // The part of a picture to look at, its pixels as numbers that are compared and looked up in one step.
 
-import { ChartTraceError } from './errors.js';
+import { ChartTraceError } from '../errors.js';
 import { clip, openPixels } from './masks.js';
 
 /** @typedef {import('./colours.js').Rgb} Rgb */

@@ -1,6 +1,6 @@
 // Where in a picture to look: a box, and shapes to take in or to leave out.
 
-import { refuse } from './errors.js';
+import { refuse } from '../errors.js';
 
 /**
  * A rectangle of pixel positions. The centre of the top left pixel is (0, 0), y grows downwards,

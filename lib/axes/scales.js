@@ -2,7 +2,7 @@
 // evenly along the axis, and back.
 
 import { formatDate, formatZone, parseDate, parseZone } from './dates.js';
-import { ChartTraceError } from './errors.js';
+import { ChartTraceError } from '../errors.js';
 
 /** @typedef {'linear' | 'log' | 'log10' | 'log2' | 'ln' | 'date' | 'category'} ScaleName */
 

@@ -1,20 +1,20 @@
 // From a picture, or the pixels of a series, to the points of the series in pixels and in values.
 
-import { formatColour } from './colours.js';
-import { LimitError, refuse } from './errors.js';
+import { formatColour } from '../selection/colours.js';
+import { LimitError, refuse } from '../errors.js';
 import { traceKind } from './kinds.js';
 import { MODES } from './modes.js';
 import { planOf } from './options.js';
-import { SELECTION, selectSeries } from './pixels.js';
+import { SELECTION, selectSeries } from '../selection/pixels.js';
 import { MAX_PIXELS, tracePixels } from './tracing.js';
 
-/** @typedef {import('./axes.js').AxisValue} AxisValue */
-/** @typedef {import('./axes.js').Pair} Pair */
+/** @typedef {import('../axes/axes.js').AxisValue} AxisValue */
+/** @typedef {import('../axes/axes.js').Pair} Pair */
 /** @typedef {import('./options.js').Plan} Plan */
 /** @typedef {import('./options.js').TraceOptions} TraceOptions */
-/** @typedef {import('./pixels.js').SelectionOptions} SelectionOptions */
+/** @typedef {import('../selection/pixels.js').SelectionOptions} SelectionOptions */
 /** @typedef {import('./tracing.js').PointLists} PointLists */
-/** @typedef {import('./view.js').Picture} Picture */
+/** @typedef {import('../selection/view.js').Picture} Picture */
 
 /** @typedef {[x: AxisValue, y: AxisValue]} ValuePair */
 
@@ -224,7 +224,7 @@ function inValues({ pixels, notes, markers, bars, bins }, { mode, axes }, nothin
 
 /**
  * @param {ValuePair[]} values
- * @param {import('./axes.js').Axes} axes
+ * @param {import('../axes/axes.js').Axes} axes
  * @param {import('./modes.js').Kind} kind
  */
 function valueNotes(values, axes, kind) {

@@ -1,6 +1,6 @@
 // What all axes know of their references: how to check them and how to name one in an error.
 
-import { ChartTraceError } from './errors.js';
+import { ChartTraceError } from '../errors.js';
 
 /** @typedef {import('./scales.js').Scale} Scale */
 /** @typedef {import('./scales.js').Value} Value */

@@ -1,6 +1,6 @@
 // The native function behind checked arguments, its result split into x and y.
 
-import { checkNumber, LimitError, refuse } from './errors.js';
+import { checkNumber, LimitError, refuse } from '../errors.js';
 import { findMode, splitResult } from './modes.js';
 import { trace } from '#native';
 

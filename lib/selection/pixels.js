@@ -1,7 +1,7 @@
 // Picks the pixels of a series out of a picture, in the order the grouping methods want them.
 
 import { parseColour } from './colours.js';
-import { refuse } from './errors.js';
+import { refuse } from '../errors.js';
 import { clip } from './masks.js';
 import { IN, membershipOf, OUT } from './membership.js';
 import { paletteOf } from './palette.js';

@@ -1,15 +1,15 @@
 // The options of a trace in plain words, checked and turned into what the native function is given.
 
-import { makeAxes } from './axes.js';
-import { checkNumber, refuse } from './errors.js';
+import { makeAxes } from '../axes/axes.js';
+import { checkNumber, refuse } from '../errors.js';
 import { OPPOSITE } from './mirror.js';
 import { findMode, MODES, modeOf } from './modes.js';
 
 /** @typedef {import('./modes.js').Kind} Kind */
 /** @typedef {import('./modes.js').Grouping} Grouping */
 /** @typedef {import('./mirror.js').Direction} Direction */
-/** @typedef {import('./axes.js').Axes} Axes */
-/** @typedef {import('./axes.js').AxesDescription} AxesDescription */
+/** @typedef {import('../axes/axes.js').Axes} Axes */
+/** @typedef {import('../axes/axes.js').AxesDescription} AxesDescription */
 
 /**
  * How to trace a series.

@@ -2,7 +2,7 @@
 // people see them.
 
 import { clampRgb, converter, parse } from 'culori';
-import { ChartTraceError } from './errors.js';
+import { ChartTraceError } from '../errors.js';
 
 /** @typedef {[red: number, green: number, blue: number]} Rgb Each channel 0 to 255. */
 

@@ -2,8 +2,8 @@
 
 import { readFile, realpath, stat } from 'node:fs/promises';
 import { dirname, isAbsolute, relative, resolve, sep } from 'node:path';
-import { ChartTraceError } from './errors.js';
-import { sha256Of, writeWhole } from './files.js';
+import { ChartTraceError } from '../errors.js';
+import { sha256Of, writeWhole } from '../files.js';
 import { checkHash, formatProject, parseProject, staysInside } from './project.js';
 
 /** @typedef {import('./project.js').Project} Project */

@@ -2,21 +2,21 @@
 // and the same picture give the same result to the last byte, and a project can be applied to other
 // pictures of its kind.
 
-import { makeAxes } from './axes.js';
-import { formatColour, parseColour } from './colours.js';
-import { ChartTraceError } from './errors.js';
-import { formatJson } from './json.js';
-import { planOf } from './options.js';
-import { OPTION_NAMES, projectSchema } from './schemas/project.js';
-import { traceChart } from './series.js';
-import { VERSION } from './version.js';
+import { makeAxes } from '../axes/axes.js';
+import { formatColour, parseColour } from '../selection/colours.js';
+import { ChartTraceError } from '../errors.js';
+import { formatJson } from '../json.js';
+import { planOf } from '../tracing/options.js';
+import { OPTION_NAMES, projectSchema } from '../schemas/project.js';
+import { traceChart } from '../tracing/series.js';
+import { VERSION } from '../version.js';
 
-/** @typedef {import('./axes.js').Axes} Axes */
-/** @typedef {import('./axes.js').AxesDescription} AxesDescription */
-/** @typedef {import('./options.js').TraceOptions} TraceOptions */
-/** @typedef {import('./pixels.js').SelectionOptions} SelectionOptions */
-/** @typedef {import('./reports/report.js').ImageResult} ImageResult */
-/** @typedef {import('./view.js').Picture} Picture */
+/** @typedef {import('../axes/axes.js').Axes} Axes */
+/** @typedef {import('../axes/axes.js').AxesDescription} AxesDescription */
+/** @typedef {import('../tracing/options.js').TraceOptions} TraceOptions */
+/** @typedef {import('../selection/pixels.js').SelectionOptions} SelectionOptions */
+/** @typedef {import('../reports/report.js').ImageResult} ImageResult */
+/** @typedef {import('../selection/view.js').Picture} Picture */
 
 /** The version of the project's shape. It grows when older programs would misread a project. */
 export const PROJECT_VERSION = 1;
@@ -187,7 +187,7 @@ function optionsOf({ axes, options, series }, i) {
   };
 }
 
-/** @param {string | import('./colours.js').Rgb} colour */
+/** @param {string | import('../selection/colours.js').Rgb} colour */
 const nameOf = (colour) => (typeof colour === 'string' ? colour : formatColour(colour));
 
 /**

@@ -1,6 +1,6 @@
 // The thirteen modes as data, and how to split what each of them returns.
 
-import { ChartTraceError } from './errors.js';
+import { ChartTraceError } from '../errors.js';
 
 /**
  * What a chart shows: markers, a line, both in one colour, bars that stand, bars that lie, bars

@@ -5,7 +5,7 @@ import { facing, OPPOSITE } from './mirror.js';
 import { MODES } from './modes.js';
 import { tracePixels } from './tracing.js';
 
-/** @typedef {import('./axes.js').Pair} Pair */
+/** @typedef {import('../axes/axes.js').Pair} Pair */
 /** @typedef {import('./mirror.js').Direction} Direction */
 /** @typedef {import('./modes.js').Kind} Kind */
 /** @typedef {import('./options.js').Plan} Plan */

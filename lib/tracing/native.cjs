@@ -8,7 +8,7 @@ const process = require('node:process');
 // @ts-expect-error It has no types.
 const findNative = require('node-gyp-build');
 
-const root = join(__dirname, '..');
+const root = join(__dirname, '..', '..');
 const wasmFile = join(root, 'prebuilds', 'wasm32', 'cpp_code.wasm');
 
 /** @typedef {import('./native.js').Trace} Trace */

@@ -4,7 +4,7 @@
 import { instantiateNapiModuleSync } from '@emnapi/core';
 import { createContext } from '@emnapi/runtime';
 // @ts-ignore Missing until WebAssembly was built.
-import base64 from '../prebuilds/wasm32/cpp_code.js';
+import base64 from '../../prebuilds/wasm32/cpp_code.js';
 import { traceOf } from './wasm.js';
 
 /** @typedef {import('./native.js').Engine} Engine */
