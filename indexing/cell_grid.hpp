@@ -24,6 +24,11 @@ struct Cell_grid {
   // box is nearly a line; a single cell if the box is too small to be divided. The box is finite.
   static Cell_grid over(const Box& box, std::size_t count);
 
+  // Two cells, side by side if `is_wide` and otherwise one below the other, the first of them
+  // `length` long, but at least as long as a scale can tell. The box is not too small to be
+  // divided.
+  static Cell_grid cut(const Box& box, bool is_wide, double length);
+
   std::size_t cells() const { return std::size_t{columns} * rows; }
 
   // Positions in cells from the left and from the top. A coordinate outside the box has one too.
@@ -43,6 +48,8 @@ struct Cell_grid {
   }
 
  private:
+  static constexpr double narrowest = 1e-290;  // of less the scale would not fit a double
+
   static std::uint32_t cell_at(double position, std::uint32_t count) {
     if (!(position > 0.0)) return 0;
     return position < count ? static_cast<std::uint32_t>(position) : count - 1;
@@ -55,7 +62,6 @@ struct Cell_grid {
 
 inline Cell_grid Cell_grid::over(const Box& box, std::size_t count) {
   constexpr double points_in_a_cell = 2.0;
-  constexpr double narrowest = 1e-290;  // of a smaller box the scale would not fit a double
   Cell_grid grid{box};
   // Half of each, because the whole may overflow.
   const double width = box.right * 0.5 - box.left * 0.5;
@@ -69,6 +75,12 @@ inline Cell_grid Cell_grid::over(const Box& box, std::size_t count) {
   grid.columns = static_cast<std::uint32_t>(width / side) + 1;
   grid.rows = static_cast<std::uint32_t>(height / side) + 1;
   return grid;
+}
+
+inline Cell_grid Cell_grid::cut(const Box& box, bool is_wide, double length) {
+  // The next double, so that what lies at the end of the first cell is in the second one.
+  const double scale = std::nextafter(1.0 / std::max(length, narrowest), 1.0 / narrowest);
+  return {box, scale, is_wide ? 2U : 1U, is_wide ? 1U : 2U};
 }
 
 }  // namespace chart_trace

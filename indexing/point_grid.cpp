@@ -19,6 +19,21 @@ constexpr std::size_t short_stretch = 64;
 constexpr std::size_t batch = 4;
 // So many indices are sorted faster digit by digit.
 constexpr std::size_t many = 500;
+// So many grids of which one cell holds more than half may lie within each other, as around an
+// outlier. Points that go on so are halved instead: grids lie at most some log n deep.
+constexpr int most_skewed = 3;
+
+// Two cells of `box` side by side, or one below the other if it is taller than wide, with the
+// median of the points between them. Where that is the box's edge the first cell holds just the
+// points there.
+Cell_grid halves(const Box& box, std::vector<double> xs, std::vector<double> ys) {
+  // Half of each, because the whole may overflow.
+  const bool is_wide = box.right * 0.5 - box.left * 0.5 > box.high * 0.5 - box.low * 0.5;
+  std::vector<double>& values = is_wide ? xs : ys;
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return Cell_grid::cut(box, is_wide, *middle - (is_wide ? box.left : box.low));
+}
 
 }  // namespace
 
@@ -38,19 +53,27 @@ Point_grid::Point_grid(const std::vector<double>& x, const std::vector<double>& 
     indices_[places] = static_cast<std::uint32_t>(i);
     ++places;
   }
-  divide(0, places);
+  divide(0, places, 0);
   for (std::size_t place = 0; place < places; ++place) {
     place_of_[indices_[place]] = static_cast<std::uint32_t>(place);
   }
 }
 
-// Makes the grid over these places, and those of its crowded cells; returns its number.
-std::size_t Point_grid::divide(std::size_t first, std::size_t last) {
+// Makes the grid over these places, and those of its crowded cells; returns its number. It lies in
+// `skewed_above` grids of which one cell holds more than half.
+std::size_t Point_grid::divide(std::size_t first, std::size_t last, int skewed_above) {
   const std::size_t number = grids_.size();
   const Box box = box_of(first, last);
   const bool is_crowd = last - first > crowd;
   Grid grid{is_crowd ? Cell_grid::over(box, last - first) : Cell_grid{box}, starts_.size(), 0, 0};
   deal_out(grid, static_cast<std::ptrdiff_t>(first), static_cast<std::ptrdiff_t>(last));
+  const bool is_skewed = grid.cells.cells() > 1 && largest_cell(grid) > (last - first) / 2;
+  if (is_skewed && skewed_above == most_skewed) {
+    grid.cells = halves(box, {&xs_[first], &xs_[last]}, {&ys_[first], &ys_[last]});
+    starts_.resize(grid.first_cell);
+    deal_out(grid, static_cast<std::ptrdiff_t>(first), static_cast<std::ptrdiff_t>(last));
+  }
+  const int skewed = std::min(skewed_above + (is_skewed ? 1 : 0), most_skewed);
   grid.crowded_begin = crowded_.size();
   const std::size_t cells = grid.cells.cells();
   for (std::size_t cell = grid.first_cell; cells > 1 && cell < grid.first_cell + cells; ++cell) {
@@ -60,7 +83,7 @@ std::size_t Point_grid::divide(std::size_t first, std::size_t last) {
   grids_.push_back(grid);
   for (std::size_t k = grid.crowded_begin; k < grid.crowded_end; ++k) {
     const std::size_t cell = crowded_[k].cell;
-    const std::size_t child = divide(starts_[cell], starts_[cell + 1]);
+    const std::size_t child = divide(starts_[cell], starts_[cell + 1], skewed);
     crowded_[k].grid = child;
   }
   return number;
@@ -101,6 +124,16 @@ void Point_grid::deal_out(const Grid& grid, std::ptrdiff_t first, std::ptrdiff_t
     indices_[place] = indices[i];
   }
   starts_.pop_back();
+}
+
+// The number of places of the cell that has most of them.
+std::size_t Point_grid::largest_cell(const Grid& grid) const {
+  const std::uint32_t* const start = &starts_[grid.first_cell];
+  std::uint32_t largest = 0;
+  for (std::size_t cell = 0; cell < grid.cells.cells(); ++cell) {
+    largest = std::max(largest, start[cell + 1] - start[cell]);
+  }
+  return largest;
 }
 
 // Whether the places of these cells are few, or in no crowded cell, so that all are to be looked

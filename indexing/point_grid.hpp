@@ -13,7 +13,9 @@ namespace chart_trace {
 
 // Points to be taken out by nearness: all within a distance of one, or the one nearest to a place.
 // The points are sorted by the cells of a grid, some two to a cell; a crowded cell has a grid of
-// its own, and so on, so that neither an outlier nor a clump makes cells that hold too many.
+// its own, and so on, so that neither an outlier nor a clump makes cells that hold too many. Where
+// one clump lies in another again and again, the points are halved instead, so that grids lie at
+// most some log n deep.
 //
 // Why the answers are exact: a cell only proposes its points, the distance as it is computed
 // decides. No cell is missed: no difference of coordinates exceeds the reach of the square that is
@@ -26,7 +28,8 @@ namespace chart_trace {
 // all of them.
 //
 // A point with a coordinate that is NaN or infinite is at no distance of any other: it is held, but
-// never found. Cost to build: a pass over the points for each level of grids, mostly one.
+// never found. Cost to build: a pass over the points for each level of grids, mostly one; n log n
+// at worst.
 class Point_grid {
  public:
   struct Point {
@@ -75,9 +78,10 @@ class Point_grid {
     std::size_t place = 0;
   };
 
-  std::size_t divide(std::size_t first, std::size_t last);
+  std::size_t divide(std::size_t first, std::size_t last, int skewed_above);
   Box box_of(std::size_t first, std::size_t last) const;
   void deal_out(const Grid& grid, std::ptrdiff_t first, std::ptrdiff_t last);
+  std::size_t largest_cell(const Grid& grid) const;
 
   static bool is_plain(const Grid& grid, std::uint32_t first, std::uint32_t last);
   const Grid* grid_of(const Grid& grid, std::size_t cell) const;

@@ -130,6 +130,35 @@ TEST(Chain_paths, clumps_within_clumps_equal_the_oracle) {
   }
 }
 
+// Each ring, half as wide as the one around it, holds as many points: grids would lie within each
+// other without end. Towards the middle or a corner, on a line, and with many points on its edge.
+TEST(Chain_paths, points_ever_closer_equal_the_oracle) {
+  for (const int smallest : {-60, -500, -1074}) {
+    for (const int largest : {0, 500, 1023}) {
+      Random random(static_cast<std::uint64_t>(largest - smallest));
+      Pixels set;
+      for (int i = 0; i < 400; ++i) {
+        const auto scale = static_cast<int>(random.between(smallest, largest));
+        set.x.push_back(std::ldexp(random.fraction() * 2.0 - 1.0, scale));
+        set.y.push_back(std::ldexp(random.fraction() * 2.0 - 1.0, scale));
+      }
+      SCOPED_TRACE(testing::Message() << "2^" << smallest << " to 2^" << largest);
+      EXPECT_TRUE(equals_oracle(set));
+      for (double& x : set.x) x = std::abs(x);
+      for (double& y : set.y) y = std::abs(y);
+      EXPECT_TRUE(equals_oracle(set)) << "towards a corner";
+      for (std::size_t i = 0; i < 300; ++i) set.x[i] = 0.0;
+      EXPECT_TRUE(equals_oracle(set)) << "most on the left edge";
+      EXPECT_TRUE(equals_oracle(exchanged(set))) << "most on the upper edge";
+      for (double& x : set.x) x = 7.0;
+      EXPECT_TRUE(equals_oracle(set)) << "on a line";
+      EXPECT_TRUE(equals_oracle(exchanged(set))) << "on a row";
+      for (std::size_t i = 0; i < 200; ++i) set.y[i] = std::ldexp(1.0, largest);
+      EXPECT_TRUE(equals_oracle(set)) << "most at one place";
+    }
+  }
+}
+
 // The walk leaves a clump for the next one, across many empty cells, and comes back for what it has
 // left behind.
 TEST(Chain_paths, clumps_far_from_each_other_equal_the_oracle) {

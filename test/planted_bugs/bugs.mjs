@@ -364,6 +364,11 @@ export const bugs = {
 
   'indexing/cell_grid.hpp': [
     {
+      name: 'all points that lie at one edge are halved without end',
+      find: '1.0 / std::max(length, narrowest)',
+      replace: '1.0 / length',
+    },
+    {
       name: 'what lies beyond the last cell belongs to the first',
       find: ': count - 1;',
       replace: ': 0;',
@@ -376,6 +381,16 @@ export const bugs = {
   ],
 
   'indexing/point_grid.cpp': [
+    {
+      name: 'grids lie within each other as deep as points lie closer and closer',
+      find: 'is_skewed && skewed_above == most_skewed',
+      replace: 'is_skewed && skewed_above > most_skewed',
+    },
+    {
+      name: 'points are halved across their height where they are wide',
+      find: '*middle - (is_wide ? box.left : box.low)',
+      replace: '*middle - box.low',
+    },
     {
       name: 'few gathered points are added up cell by cell',
       find: 'std::sort(gathered_.begin(), gathered_.end());',
