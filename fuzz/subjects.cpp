@@ -15,7 +15,10 @@
 #include "grouping/vertical_compartments.hpp"
 #include "primitives/check_solid_filled.hpp"
 #include "primitives/cluster_algm.hpp"
+#include "primitives/group_of_arrays.hpp"
 #include "primitives/point_density.hpp"
+#include "primitives/to_int32.hpp"
+#include "primitives/vectors.hpp"
 #include "test/cpp/property_cases.hpp"
 #include "test/cpp/shapes.hpp"
 #include "test/oracle/oracle.hpp"
@@ -33,7 +36,7 @@ using testing::AssertionResult;
 // A width with which the compartments are not too many for the oracle.
 double width_of(const Drawing& d) { return chart_trace_test::bounded_width(d.x, d.step, 1000); }
 
-AssertionResult same_answer(bool got, bool want) {
+AssertionResult same_answer(std::int64_t got, std::int64_t want) {
   if (got == want) return testing::AssertionSuccess();
   return testing::AssertionFailure() << "got " << got << ", want " << want;
 }
@@ -123,6 +126,36 @@ AssertionResult mode(const Drawing& d, const char* name) {
                      oracle::trace(d.x, d.y, width_of(d), name, d.fraction));
 }
 
+// What is asked of two points in a row, and of the box between them.
+AssertionResult pair(double x1, double y1, double x2, double y2, double step) {
+  const std::vector<double> box_x = {x1, x2};
+  const std::vector<double> box_y = {y2, y1};
+  const std::int32_t got = chart_trace::to_int32(x1 / step);
+  const std::int32_t want = oracle::to_int32(x1 / step);
+  return all_of({same_bits(distance(x1, y1, x2, y2), oracle::distance(x1, y1, x2, y2)),
+                 same_answer(check_point_in_box(x1, y2, box_x, box_y),
+                             oracle::check_point_in_box(x1, y2, box_x, box_y)),
+                 same_answer(check_point_in_box(step, x2, box_x, box_y),
+                             oracle::check_point_in_box(step, x2, box_x, box_y)),
+                 same_answer(got, want),
+                 same_answer(chart_trace::wrapping_product(got, chart_trace::to_int32(y2)),
+                             oracle::wrapping_product(want, oracle::to_int32(y2)))});
+}
+
+AssertionResult numbers(const Drawing& d) {
+  for (std::size_t i = 1; i < d.x.size(); ++i) {
+    const AssertionResult result = pair(d.x[i - 1], d.y[i - 1], d.x[i], d.y[i], d.step);
+    if (!result) return result;
+  }
+  return all_of({same_bits(average_of_numbers(d.x), oracle::average_of_numbers(d.x)),
+                 same_bits(average_of_numbers(d.y), oracle::average_of_numbers(d.y)),
+                 same_bits(array_distances(d.x, d.y), oracle::array_distances(d.x, d.y)),
+                 same_answer(min_index(d.x), oracle::min_index(d.x)),
+                 same_answer(min_index(d.y), oracle::min_index(d.y)),
+                 same_bits(replicate_vector(d.x), oracle::replicate_vector(d.x)),
+                 same_bits(Group_of_arrays(d.y).array(), oracle::replicate_vector(d.y))});
+}
+
 struct Subject {
   const char* name;
   AssertionResult (*holds)(const Drawing&);
@@ -162,6 +195,7 @@ constexpr Subject subjects[] = {
     {"histogram", [](const Drawing& d) { return mode(d, "histogram"); }},
     {"step_size_graph", [](const Drawing& d) { return mode(d, "step_size_graph"); }},
     {"an unknown mode", [](const Drawing& d) { return mode(d, "points-fission "); }},
+    {"numbers and lists of them", numbers},
 };
 
 }  // namespace
