@@ -80,7 +80,7 @@ bool same_bits(const std::vector<double>& a, const std::vector<double>& b) {
 bool same_bits(const std::vector<Group_of_arrays>& a, const std::vector<std::vector<double>>& b) {
   if (a.size() != b.size()) return false;
   for (std::size_t k = 0; k < a.size(); ++k) {
-    if (!same_bits(a[k].view(), b[k])) return false;
+    if (!same_bits(a[k].array(), b[k])) return false;
   }
   return true;
 }

@@ -13,17 +13,13 @@ namespace chart_trace {
 
 // The largest square whose root lies below `radius`, so that a distance lies below `radius` just
 // when its square does not exceed this. Negative when there is none: `radius` is NaN or not above
-// 0. A finite number in every other case, an infinite radius included. Cost: a few roots.
+// 0. A finite number in every other case, an infinite radius included. The search starts high
+// enough: what is next above the rounded square of the radius is above the true one, and so is its
+// root, or equal once it is rounded. Cost: a few roots.
 inline double largest_square_below(double radius) {
   if (!(radius > 0.0)) return -1.0;
-  constexpr double largest = std::numeric_limits<double>::max();
-  double square = std::min(radius * radius, largest);
+  double square = std::min(radius * radius, std::numeric_limits<double>::max());
   while (!(std::sqrt(square) < radius)) square = std::nextafter(square, 0.0);
-  while (square < largest) {
-    const double next = std::nextafter(square, largest);
-    if (!(std::sqrt(next) < radius)) break;
-    square = next;
-  }
   return square;
 }
 

@@ -15,9 +15,6 @@ class Group_of_arrays {
   std::vector<double> array() const& { return values; }
   std::vector<double> array() && { return std::move(values); }
 
-  // The values themselves, for reading while the group lives.
-  const std::vector<double>& view() const { return values; }
-
  private:
   std::vector<double> values;
 };

@@ -281,8 +281,8 @@ export const bugs = {
   'indexing/squared_distance.hpp': [
     {
       name: 'a point exactly at the radius is gathered',
-      find: 'if (!(std::sqrt(next) < radius)) break;',
-      replace: 'if (!(std::sqrt(next) <= radius)) break;',
+      find: 'while (!(std::sqrt(square) < radius))',
+      replace: 'while (!(std::sqrt(square) <= radius))',
     },
     {
       name: 'a square that underflows has no reach',
