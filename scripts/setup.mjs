@@ -67,6 +67,11 @@ const NEEDS = {
       isThere: () => compiles('clang++', ['-fsanitize=address,undefined']),
       debian: ['clang', 'libclang-rt-dev'],
     },
+    {
+      what: "clang's coverage",
+      isThere: () => runs('llvm-cov', ['--version']) && runs('llvm-profdata', ['--help']),
+      debian: ['llvm'],
+    },
   ],
   wasm: [
     {

@@ -86,10 +86,10 @@ const STAGES = [
       ]),
   },
   {
-    name: 'clang',
-    title: 'C++ tests, built with clang++',
+    name: 'coverage',
+    title: 'C++ tests, built with clang++; the lines and branches that tests run',
     onlyFull: true,
-    commands: () => buildAndTest('dev-clang'),
+    commands: () => [...builtBy('coverage'), [node, 'scripts/coverage.mjs']],
   },
   {
     name: 'sanitize',
@@ -155,16 +155,24 @@ const CPP_FOLDERS = [
 ];
 
 /**
- * Configures, builds and tests a preset of CMakePresets.json, warnings being errors.
+ * Configures and builds a preset of CMakePresets.json, warnings being errors.
+ * @param {string} preset
+ * @returns {Command[]}
+ */
+function builtBy(preset) {
+  return [
+    ['cmake', '--preset', preset, '--log-level=WARNING'],
+    ['cmake', '--build', '--preset', preset, '--parallel', jobs],
+  ];
+}
+
+/**
+ * The same, then the C++ tests.
  * @param {string} preset
  * @returns {Command[]}
  */
 function buildAndTest(preset) {
-  return [
-    ['cmake', '--preset', preset, '--log-level=WARNING'],
-    ['cmake', '--build', '--preset', preset, '--parallel', jobs],
-    ['ctest', '--preset', preset, '--parallel', jobs],
-  ];
+  return [...builtBy(preset), ['ctest', '--preset', preset, '--parallel', jobs]];
 }
 
 /**
