@@ -2,7 +2,7 @@
 
 import { basename, extname, resolve } from 'node:path';
 import process from 'node:process';
-import { buffer } from 'node:stream/consumers';
+import { readStream } from '../lib/files.js';
 import { listen } from './interruption.js';
 import { colourWriter, traceWriter } from './formats.js';
 import { makeMessages } from './messages.js';
@@ -146,7 +146,7 @@ const failure = (file, error) => ({
 async function readInput(tasks) {
   const asked = tasks.filter(({ file }) => file === '-');
   if (asked.length > 1) throw usageError('IMAGE', '- once', `${asked.length} times`);
-  if (asked.length === 1) asked[0].content = await buffer(process.stdin);
+  if (asked.length === 1) asked[0].content = await readStream(process.stdin);
 }
 
 /**

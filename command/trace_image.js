@@ -1,8 +1,7 @@
 // One image: from its file to its record.
 
-import { readFile } from 'node:fs/promises';
 import { extname } from 'node:path';
-import { writeWhole } from '../lib/files.js';
+import { readWhole, writeWhole } from '../lib/files.js';
 import { findColours, findSeriesColours } from '../lib/selection/palette.js';
 import { decodePicture, encodePng } from '../lib/pictures.js';
 import { traceProject } from '../lib/projects/project.js';
@@ -60,7 +59,7 @@ export async function recordOf({ file, content, settings }, nothing, look) {
   /** @type {{width: number | null, height: number | null}} */
   const size = { width: null, height: null };
   try {
-    const bytes = content ?? (await readFile(file));
+    const bytes = content ?? (await readWhole(file));
     const page = settings?.project?.image.page;
     const picture = await decodePicture(bytes, { ...(page && { page }) });
     size.width = picture.width;

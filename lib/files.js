@@ -1,8 +1,71 @@
-// Files that are written whole or not at all.
+// Files that are read within bounds, and written whole or not at all.
 
 import { createHash, randomBytes } from 'node:crypto';
+import { constants } from 'node:fs';
 import { open, realpath, rename, rm, stat } from 'node:fs/promises';
 import { dirname, join } from 'node:path';
+import { ChartTraceError, LimitError } from './errors.js';
+
+/** Larger files are not read: 512 MiB. */
+export const MAX_FILE = 2 ** 29;
+
+/**
+ * Reads a file. A pipe or a device is refused: it may never end, or never begin.
+ * @param {string} path
+ * @param {number} [maxBytes]
+ * @returns {Promise<Uint8Array>}
+ */
+export async function readWhole(path, maxBytes = MAX_FILE) {
+  // Whoever opens a pipe waits for its other end, unless it is said not to.
+  const file = await open(path, constants.O_RDONLY | (constants.O_NONBLOCK ?? 0));
+  try {
+    const about = await file.stat();
+    if (about.isFile()) checkSize(about.size, maxBytes);
+    // Reading a folder fails with an error of its own.
+    else if (!about.isDirectory()) throw noFile(path);
+    return await file.readFile();
+  } finally {
+    await file.close();
+  }
+}
+
+/**
+ * Reads a stream to its end.
+ * @param {AsyncIterable<Uint8Array>} stream
+ * @param {number} [maxBytes]
+ * @returns {Promise<Uint8Array>}
+ */
+export async function readStream(stream, maxBytes = MAX_FILE) {
+  const parts = [];
+  let size = 0;
+  for await (const part of stream) {
+    size += part.length;
+    checkSize(size, maxBytes);
+    parts.push(part);
+  }
+  return Buffer.concat(parts);
+}
+
+/**
+ * @param {number} size
+ * @param {number} maxBytes
+ */
+function checkSize(size, maxBytes) {
+  if (size > maxBytes)
+    throw new LimitError(`The file is too large: ${size} bytes or more.`, {
+      expected: `at most ${maxBytes} bytes`,
+      received: size,
+    });
+}
+
+/** @param {string} path */
+const noFile = (path) =>
+  new ChartTraceError(`${path} is no file but a pipe or a device.`, {
+    code: 'ERR_FILE',
+    expected: 'a file',
+    received: path,
+    hint: 'The command reads a picture that comes by a pipe under the name -.',
+  });
 
 /**
  * Writes a file. What was there before stays until all of the new content is on the disk, and a

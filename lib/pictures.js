@@ -1,21 +1,55 @@
 // Decodes picture files into plain data and writes pictures. The one module that knows the decoder,
 // sharp, which is an optional dependency: tracing pixels that a program already has needs none.
 import { ChartTraceError, LimitError } from './errors.js';
-import { writeWhole } from './files.js';
+import { readWhole, writeWhole } from './files.js';
+import { drawSvg } from './svg.js';
 
 /** @typedef {import('./selection/view.js').Picture} Picture */
 
 /**
- * Decodes a picture: PNG, JPEG, WebP, TIFF, GIF, SVG (at its own width and height) or AVIF.
- * @param {string | Uint8Array} source A file's path, or its content.
+ * Decodes a picture: PNG, JPEG, WebP, TIFF, GIF, SVG (at its own width and height) or AVIF, as
+ * viewers show it: turned as its EXIF data say, in the colours of sRGB, of several frames the first.
+ * A picture that is cut off or damaged is refused.
+ * @param {string | Uint8Array} source A file's path, or its content. Nothing but that is read.
  * @param {{page?: string, maxPixels?: number}} [options] `page`: the colour under transparent
  *   pixels, white by default. `maxPixels`: larger pictures are refused, 100 million by default.
  * @returns {Promise<Picture>} Every pixel opaque.
  */
 export async function decodePicture(source, { page = '#ffffff', maxPixels = 100e6 } = {}) {
+  await loadSharp();
+  const content = typeof source === 'string' ? await readPicture(source) : source;
+  const start = Buffer.from(content.subarray(0, 1024)).toString('latin1');
+  if (PIXELS.test(start)) return decodeContent(content, { page, maxPixels });
+  if (SVG.test(start)) return drawSvg(content, { page, maxPixels });
+  throw noPicture(new Error(start === '' ? 'it is empty' : 'it is of no kind that is known'));
+}
+
+// What the files of each format begin with. Whatever else a decoder may know is not asked of it.
+const PIXELS = /^(?:\x89PNG\r\n|\xff\xd8\xff|RIFF.{4}WEBP|II[*+]\0|MM\0[*+]|GIF8[79]a|.{4}ftyp)/s;
+// Behind the mark of UTF-8, if it is there; or packed.
+const SVG = /^(?:(?:\xef\xbb\xbf)?\s*<|\x1f\x8b)/;
+
+/** @param {string} path */
+async function readPicture(path) {
+  try {
+    return await readWhole(path);
+  } catch (error) {
+    throw error instanceof ChartTraceError || error instanceof LimitError
+      ? error
+      : noPicture(error);
+  }
+}
+
+/**
+ * Decodes the content of a picture file in this process.
+ * @param {Uint8Array} content
+ * @param {{page: string, maxPixels: number}} options As `decodePicture` has them.
+ * @returns {Promise<Picture>}
+ */
+export async function decodeContent(content, { page, maxPixels }) {
   const sharp = await loadSharp();
   try {
-    const { data, info } = await sharp(source, { limitInputPixels: maxPixels })
+    const { data, info } = await sharp(content, { limitInputPixels: maxPixels, autoOrient: true })
       .flatten({ background: page })
       .toColourspace('srgb')
       .ensureAlpha()
@@ -23,7 +57,7 @@ export async function decodePicture(source, { page = '#ffffff', maxPixels = 100e
       .toBuffer({ resolveWithObject: true });
     return { width: info.width, height: info.height, data };
   } catch (error) {
-    const { width, height } = await statedSize(sharp, source);
+    const { width, height } = await statedSize(sharp, content);
     throw width * height > maxPixels ? tooLarge(width, height, maxPixels) : noPicture(error);
   }
 }
@@ -31,11 +65,11 @@ export async function decodePicture(source, { page = '#ffffff', maxPixels = 100e
 /**
  * The size that a picture says it has, 0 where it says none. Only its header is read.
  * @param {typeof import('sharp').default} sharp
- * @param {string | Uint8Array} source
+ * @param {Uint8Array} content
  */
-async function statedSize(sharp, source) {
+async function statedSize(sharp, content) {
   try {
-    return await sharp(source, { limitInputPixels: false }).metadata();
+    return await sharp(content, { limitInputPixels: false }).metadata();
   } catch {
     return { width: 0, height: 0 };
   }

@@ -1,9 +1,9 @@
 // Project files, and the pictures that they name.
 
-import { readFile, realpath, stat } from 'node:fs/promises';
+import { realpath } from 'node:fs/promises';
 import { dirname, isAbsolute, relative, resolve, sep } from 'node:path';
 import { ChartTraceError } from '../errors.js';
-import { sha256Of, writeWhole } from '../files.js';
+import { readWhole, sha256Of, writeWhole } from '../files.js';
 import { checkHash, formatProject, parseProject, staysInside } from './project.js';
 
 /** @typedef {import('./project.js').Project} Project */
@@ -17,14 +17,7 @@ const MAX_PROJECT = 2 ** 26;
  * @returns {Promise<Project>}
  */
 export async function readProject(path) {
-  const { size } = await stat(path);
-  if (size > MAX_PROJECT)
-    throw new ChartTraceError(`${path} is too large for a project.`, {
-      code: 'ERR_PROJECT',
-      expected: `at most ${MAX_PROJECT} bytes`,
-      received: size,
-    });
-  return parseProject(await readFile(path, 'utf8'));
+  return parseProject(new TextDecoder().decode(await readWhole(path, MAX_PROJECT)));
 }
 
 /**
@@ -58,7 +51,7 @@ export async function readProjectImage(project, path, { anywhere = false } = {})
   // A link inside the folder may lead out of it.
   const place = relative(await realpath(folder), await realpath(image));
   if (!anywhere && (isAbsolute(place) || place.split(sep)[0] === '..')) throw outside(file);
-  const bytes = await readFile(image);
+  const bytes = await readWhole(image);
   checkHash(project, sha256Of(bytes));
   return bytes;
 }

@@ -312,6 +312,6 @@ test('paths that may leave a folder are known', () => {
 test('a huge file is not read as a project', async () => {
   const path = join(folder, 'huge.json');
   await writeFile(path, ' '.repeat(2 ** 26 + 1));
-  await assert.rejects(readProject(path), { code: 'ERR_PROJECT', received: 2 ** 26 + 1 });
+  await assert.rejects(readProject(path), { code: 'ERR_LIMIT', received: 2 ** 26 + 1 });
   await rm(path);
 });

@@ -1,0 +1,294 @@
+// SVGs from anybody: nothing that they refer to is read or asked for, and none keeps the program busy
+// or fills its memory.
+
+import assert from 'node:assert/strict';
+import { spawnSync } from 'node:child_process';
+import { once } from 'node:events';
+import { writeFileSync } from 'node:fs';
+import { connect, createServer } from 'node:net';
+import { join } from 'node:path';
+import process from 'node:process';
+import { after, before, describe, test } from 'node:test';
+import { pathToFileURL } from 'node:url';
+import { gzipSync } from 'node:zlib';
+import { decodeContent, decodePicture } from '../../lib/pictures.js';
+import { drawSvg } from '../../lib/svg.js';
+import { command, makeFolder, png, RED } from './support/command.js';
+import { pngOf } from './support/png_chunks.js';
+
+const SPACES =
+  'xmlns="http://www.w3.org/2000/svg" xmlns:xlink="http://www.w3.org/1999/xlink" ' +
+  'xmlns:xi="http://www.w3.org/2001/XInclude"';
+
+/**
+ * @param {string} content
+ * @param {string} [before] What stands before it in the file.
+ */
+const svg = (content, before = '') =>
+  `${before}<svg ${SPACES} width="20" height="20">${content}</svg>`;
+
+const dataUrl = (/** @type {string} */ text) =>
+  `data:image/svg+xml;base64,${Buffer.from(text).toString('base64')}`;
+
+/** @param {Uint8Array} data */
+const hasRed = (data) => data.some((part, i) => i % 4 === 0 && part > 128 && data[i + 1] < 128);
+
+const OPTIONS = { page: '#ffffff', maxPixels: 100e6 };
+
+/**
+ * A picture, or none where the SVG is refused as such.
+ * @param {Promise<{data: Uint8Array}>} picture
+ */
+const drawn = (picture) =>
+  picture.catch((error) => {
+    assert.equal(error.code, 'ERR_PICTURE', error);
+    return { data: new Uint8Array() };
+  });
+
+describe('what an SVG refers to', () => {
+  let folder, remove, server, port;
+  let connections = 0;
+
+  before(async () => {
+    ({ folder, remove } = await makeFolder());
+    const drawing = '<rect id="r" width="20" height="20" fill="#f00"/>';
+    writeFileSync(join(folder, 'secret.png'), await png({}, [0, 0, 59, 39, RED]));
+    writeFileSync(join(folder, 'secret.svg'), svg(drawing));
+    writeFileSync(join(folder, 'secret.xml'), drawing.replace('<rect', `<rect ${SPACES}`));
+    writeFileSync(join(folder, 'secret.css'), 'rect, text { fill: #f00 }');
+    writeFileSync(join(folder, 'secret.dtd'), `<!ENTITY x '${drawing}'>`);
+    server = createServer((socket) => {
+      ++connections;
+      socket.destroy();
+    });
+    await new Promise((listening) => server.listen(0, '127.0.0.1', listening));
+    ({ port } = server.address());
+  });
+  after(async () => {
+    server.close();
+    await remove();
+  });
+
+  /** Every way to name a file. */
+  const namesOf = (/** @type {string} */ name) => [
+    name,
+    `./${name}`,
+    join(folder, name),
+    pathToFileURL(join(folder, name)).href,
+    `FILE://localhost${join(folder, name)}`,
+    `http://127.0.0.1:${port}/${name}`,
+    `//127.0.0.1:${port}/${name}`,
+  ];
+
+  /** @type {Record<string, [name: string, (url: string) => string]>} */
+  const WAYS = {
+    'an image': ['secret.png', (url) => svg(`<image xlink:href="${url}" width="20" height="20"/>`)],
+    'an image by its newer name': [
+      'secret.png',
+      (url) => svg(`<image href="${url}" width="20" height="20"/>`),
+    ],
+    'an SVG as an image': [
+      'secret.svg',
+      (url) => svg(`<image href="${url}" width="20" height="20"/>`),
+    ],
+    'an image inside an image': [
+      'secret.png',
+      (url) => {
+        const inner = svg(`<image href="${url}" width="20" height="20"/>`);
+        return svg(`<image href="${dataUrl(inner)}" width="20" height="20"/>`);
+      },
+    ],
+    'a part of another SVG': ['secret.svg', (url) => svg(`<use xlink:href="${url}#r"/>`)],
+    'an image of a filter': [
+      'secret.svg',
+      (url) =>
+        svg(
+          `<filter id="f"><feImage xlink:href="${url}"/></filter>` +
+            '<rect width="20" height="20" filter="url(#f)" fill="#fff"/>',
+        ),
+    ],
+    'an image of HTML': [
+      'secret.png',
+      (url) =>
+        svg(
+          '<foreignObject width="20" height="20">' +
+            `<img xmlns="http://www.w3.org/1999/xhtml" src="${url}"/></foreignObject>`,
+        ),
+    ],
+    'a style sheet': [
+      'secret.css',
+      (url) =>
+        svg(
+          '<rect width="20" height="20" fill="#fff"/>',
+          `<?xml-stylesheet type="text/css" href="${url}"?>`,
+        ),
+    ],
+    'an imported style sheet': [
+      'secret.css',
+      (url) =>
+        svg(`<style>@import url("${url}");</style><rect width="20" height="20" fill="#fff"/>`),
+    ],
+    'a font': [
+      'secret.css',
+      (url) =>
+        svg(
+          `<style>@font-face { font-family: x; src: url("${url}") } text { font-family: x }</style>` +
+            '<text y="15">A</text>',
+        ),
+    ],
+    'an included element': ['secret.xml', (url) => svg(`<xi:include href="${url}"/>`)],
+    'included text': [
+      'secret.xml',
+      (url) => svg(`<text y="15" fill="#f00"><xi:include href="${url}" parse="text"/></text>`),
+    ],
+    'an entity': [
+      'secret.xml',
+      (url) => svg('&x;', `<!DOCTYPE svg [<!ENTITY x SYSTEM "${url}">]>`),
+    ],
+    'an entity as text': [
+      'secret.xml',
+      (url) =>
+        svg('<text y="15" fill="#f00">&x;</text>', `<!DOCTYPE svg [<!ENTITY x SYSTEM "${url}">]>`),
+    ],
+    'entities of another file': [
+      'secret.dtd',
+      (url) => svg('&x;', `<!DOCTYPE svg [<!ENTITY % y SYSTEM "${url}"> %y;]>`),
+    ],
+    'a document type': ['secret.dtd', (url) => svg('&x;', `<!DOCTYPE svg SYSTEM "${url}">`)],
+  };
+
+  for (const [way, [name, write]] of Object.entries(WAYS))
+    test(`${way} is not read, and no connection is made`, async () => {
+      for (const drawing of namesOf(name).map(write)) {
+        const { data } = await drawn(decodeContent(Buffer.from(drawing), OPTIONS));
+        assert.ok(!hasRed(data), drawing);
+      }
+      assert.equal(connections, 0);
+    });
+
+  test('a file does not stand beside what it refers to', async () => {
+    for (const way of ['an image', 'a part of another SVG', 'a style sheet', 'an entity']) {
+      const [name, write] = WAYS[way];
+      const file = join(folder, `${way}.svg`);
+      writeFileSync(file, write(name));
+      assert.ok(!hasRed((await drawn(decodePicture(file))).data), write(name));
+    }
+  });
+
+  test('what it holds itself is drawn: the test would see red', async () => {
+    const inner = svg('<rect width="20" height="20" fill="#f00"/>');
+    for (const drawing of [
+      inner,
+      svg(`<image href="${dataUrl(inner)}" width="20" height="20"/>`),
+      svg('&x;', '<!DOCTYPE svg [<!ENTITY x \'<rect width="20" height="20" fill="red"/>\'>]>'),
+    ])
+      assert.ok(hasRed((await decodePicture(Buffer.from(drawing))).data), drawing);
+    // And the server counts.
+    const before = connections;
+    await once(connect(port, '127.0.0.1').resume(), 'close');
+    assert.equal(connections, before + 1);
+    connections = before;
+  });
+
+  test('a pipe is not waited for', { skip: process.platform === 'win32' }, async () => {
+    assert.equal(spawnSync('mkfifo', [join(folder, 'pipe')]).status, 0);
+    const file = join(folder, 'waits.svg');
+    writeFileSync(file, svg('<image href="pipe" width="20" height="20"/>'));
+    assert.equal((await decodePicture(file)).width, 20);
+  });
+});
+
+describe('what an SVG costs', () => {
+  const entities = (/** @type {number} */ depth) =>
+    Array.from({ length: depth }, (_, i) => `<!ENTITY a${i + 1} "${`&a${i};`.repeat(10)}">`).join(
+      '',
+    );
+
+  /** @type {Record<string, string>} */
+  const REFUSED = {
+    'entities of entities': svg(
+      '<text>&a12;</text>',
+      `<!DOCTYPE svg [<!ENTITY a0 "aaaaaaaaaa">${entities(12)}]>`,
+    ),
+    'a long entity, often': svg(
+      `<text>${'&a;'.repeat(20_000)}</text>`,
+      `<!DOCTYPE svg [<!ENTITY a "${'a'.repeat(100_000)}">]>`,
+    ),
+    'elements in elements': svg('<g>'.repeat(100_000) + '</g>'.repeat(100_000)),
+    'a size that is none': svg('').replace('"20"', '"-20"'),
+  };
+  for (const [what, drawing] of Object.entries(REFUSED))
+    test(`${what}: refused`, () =>
+      assert.rejects(decodePicture(Buffer.from(drawing)), { code: 'ERR_PICTURE' }));
+
+  test('too many pixels are refused before they are drawn', async () => {
+    for (const sized of [
+      svg('').replaceAll('"20"', '"20000"'),
+      svg('').replace('width="20" height="20"', 'viewBox="0 0 100000 100000"'),
+    ])
+      await assert.rejects(decodePicture(Buffer.from(sized)), { code: 'ERR_LIMIT' });
+  });
+
+  test('a picture inside that claims too much is left out', async () => {
+    const claim = pngOf({ width: 100_000, height: 100_000, rows: Buffer.alloc(9) });
+    const href = `data:image/png;base64,${claim.toString('base64')}`;
+    const { data } = await decodePicture(
+      Buffer.from(svg(`<image href="${href}" width="20" height="20"/>`)),
+    );
+    assert.ok(data.every((part) => part === 255));
+  });
+
+  const slow = svg(
+    '<filter id="f"><feTurbulence baseFrequency="0.1" numOctaves="20"/>' +
+      '<feMorphology radius="100"/>'.repeat(99) +
+      '</filter><rect width="1000" height="1000" filter="url(#f)"/>',
+  ).replaceAll('"20"', '"1000"');
+
+  test('one that takes too long is given up', async () => {
+    const start = performance.now();
+    await assert.rejects(drawSvg(Buffer.from(slow), OPTIONS, { seconds: 2, bytes: 2 ** 30 }), {
+      name: 'LimitError',
+      code: 'ERR_LIMIT',
+      message: /too long/,
+      expected: 'at most 2 seconds',
+    });
+    // Not a measurement: on its own it would take hours.
+    assert.ok(performance.now() - start < 30_000);
+  });
+
+  test('one that takes too much memory is given up', async () => {
+    const packed = gzipSync(svg(' '.repeat(2 ** 28)), { level: 1 });
+    await assert.rejects(drawSvg(packed, OPTIONS, { seconds: 60, bytes: 2 ** 27 }), {
+      code: 'ERR_LIMIT',
+      message: /too much memory/,
+    });
+  });
+
+  test('a process that dies leaves an error', async () => {
+    const { NODE_OPTIONS } = process.env;
+    process.env.NODE_OPTIONS = '--no-such-option';
+    try {
+      await assert.rejects(drawSvg(Buffer.from(svg('')), OPTIONS), {
+        code: 'ERR_PICTURE',
+        message: /process that draws SVGs has died/,
+      });
+    } finally {
+      if (NODE_OPTIONS === undefined) delete process.env.NODE_OPTIONS;
+      else process.env.NODE_OPTIONS = NODE_OPTIONS;
+    }
+  });
+});
+
+test('the command draws an SVG beside other pictures', async (t) => {
+  const { folder, remove } = await makeFolder();
+  t.after(remove);
+  writeFileSync(
+    join(folder, 'a.svg'),
+    svg('<rect x="5" y="5" width="10" height="10" fill="#f00"/>', '\ufeff\n'),
+  );
+  writeFileSync(join(folder, 'b.png'), await png({}, [5, 5, 14, 14, RED]));
+  const args = ['a.svg', 'b.png', '--kind', 'scatter', '--json'];
+  const { stdout, stderr } = await command(args, { cwd: folder });
+  for (const { series } of JSON.parse(stdout).images)
+    assert.deepEqual(series[0].pixels, [[9.5, 9.5]], stderr);
+});
