@@ -11,6 +11,8 @@ const nodeModulesOfLib = [
   'lib/tracing/native.cjs',
   'lib/pictures.js',
   'lib/projects/project_files.js',
+  'lib/svg.js',
+  'lib/svg_process.js',
 ];
 
 export default [

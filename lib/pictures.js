@@ -20,14 +20,15 @@ export async function decodePicture(source, { page = '#ffffff', maxPixels = 100e
   const content = typeof source === 'string' ? await readPicture(source) : source;
   const start = Buffer.from(content.subarray(0, 1024)).toString('latin1');
   if (PIXELS.test(start)) return decodeContent(content, { page, maxPixels });
-  if (SVG.test(start)) return drawSvg(content, { page, maxPixels });
+  if (SVG.test(start) || start.startsWith(PACKED)) return drawSvg(content, { page, maxPixels });
   throw noPicture(new Error(start === '' ? 'it is empty' : 'it is of no kind that is known'));
 }
 
 // What the files of each format begin with. Whatever else a decoder may know is not asked of it.
 const PIXELS = /^(?:\x89PNG\r\n|\xff\xd8\xff|RIFF.{4}WEBP|II[*+]\0|MM\0[*+]|GIF8[79]a|.{4}ftyp)/s;
 // Behind the mark of UTF-8, if it is there; or packed.
-const SVG = /^(?:(?:\xef\xbb\xbf)?\s*<|\x1f\x8b)/;
+const SVG = /^(?:\xef\xbb\xbf)?\s*</;
+const PACKED = '\x1f\x8b';
 
 /** @param {string} path */
 async function readPicture(path) {

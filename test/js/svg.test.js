@@ -22,10 +22,9 @@ const SPACES =
 
 /**
  * @param {string} content
- * @param {string} [before] What stands before it in the file.
+ * @param {string} [head] What stands before it in the file.
  */
-const svg = (content, before = '') =>
-  `${before}<svg ${SPACES} width="20" height="20">${content}</svg>`;
+const svg = (content, head = '') => `${head}<svg ${SPACES} width="20" height="20">${content}</svg>`;
 
 const dataUrl = (/** @type {string} */ text) =>
   `data:image/svg+xml;base64,${Buffer.from(text).toString('base64')}`;
@@ -184,10 +183,10 @@ describe('what an SVG refers to', () => {
     ])
       assert.ok(hasRed((await decodePicture(Buffer.from(drawing))).data), drawing);
     // And the server counts.
-    const before = connections;
+    const earlier = connections;
     await once(connect(port, '127.0.0.1').resume(), 'close');
-    assert.equal(connections, before + 1);
-    connections = before;
+    assert.equal(connections, earlier + 1);
+    connections = earlier;
   });
 
   test('a pipe is not waited for', { skip: process.platform === 'win32' }, async () => {
@@ -214,7 +213,7 @@ describe('what an SVG costs', () => {
       `<text>${'&a;'.repeat(20_000)}</text>`,
       `<!DOCTYPE svg [<!ENTITY a "${'a'.repeat(100_000)}">]>`,
     ),
-    'elements in elements': svg('<g>'.repeat(100_000) + '</g>'.repeat(100_000)),
+    'elements in elements': svg(['<g>', '</g>'].map((tag) => tag.repeat(100_000)).join('')),
     'a size that is none': svg('').replace('"20"', '"-20"'),
   };
   for (const [what, drawing] of Object.entries(REFUSED))
@@ -239,9 +238,9 @@ describe('what an SVG costs', () => {
   });
 
   const slow = svg(
-    '<filter id="f"><feTurbulence baseFrequency="0.1" numOctaves="20"/>' +
-      '<feMorphology radius="100"/>'.repeat(99) +
-      '</filter><rect width="1000" height="1000" filter="url(#f)"/>',
+    `<filter id="f"><feTurbulence baseFrequency="0.1" numOctaves="20"/>${'<feMorphology radius="100"/>'.repeat(
+      99,
+    )}</filter><rect width="1000" height="1000" filter="url(#f)"/>`,
   ).replaceAll('"20"', '"1000"');
 
   test('one that takes too long is given up', async () => {
