@@ -3,7 +3,9 @@
 import process from 'node:process';
 
 /** What the exit code is then. */
-const CODES = /** @type {const} */ ({ SIGINT: 130, SIGTERM: 143, EPIPE: 0 });
+const CODES = /** @type {const} */ ({ SIGHUP: 129, SIGINT: 130, SIGTERM: 143, EPIPE: 0 });
+
+const SIGNALS = /** @type {const} */ (['SIGHUP', 'SIGINT', 'SIGTERM']);
 
 /**
  * @typedef {object} Interruption
@@ -26,21 +28,19 @@ export function listen(say) {
     controller.abort();
   };
   const onSignal = (/** @type {NodeJS.Signals} */ name) => {
-    interrupt(/** @type {'SIGINT' | 'SIGTERM'} */ (name));
+    interrupt(/** @type {keyof typeof CODES} */ (name));
     say('interrupted: the images at work are finished; Ctrl-C again stops at once');
   };
   const onClosed = (/** @type {NodeJS.ErrnoException} */ { code }) => {
     if (code === 'EPIPE') interrupt('EPIPE');
   };
-  process.once('SIGINT', onSignal);
-  process.once('SIGTERM', onSignal);
+  for (const name of SIGNALS) process.once(name, onSignal);
   process.stdout.on('error', onClosed);
   return {
     signal: controller.signal,
     code: () => cause && CODES[cause],
     stop: () => {
-      process.off('SIGINT', onSignal);
-      process.off('SIGTERM', onSignal);
+      for (const name of SIGNALS) process.off(name, onSignal);
       process.stdout.off('error', onClosed);
     },
   };

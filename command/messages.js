@@ -14,6 +14,8 @@ const REASONS = new Map([
   ['EISDIR', 'it is a folder'],
   ['ENOTDIR', 'a folder in its path is a file'],
   ['ENOSPC', 'no space left'],
+  ['EDQUOT', 'no space left for this user'],
+  ['EFBIG', 'it would become too large'],
   ['EROFS', 'the file system can only be read'],
   ['EEXIST', 'it exists'],
   ['ENAMETOOLONG', 'its name is too long'],

@@ -3,17 +3,26 @@
 // NDJSON goes out record by record. Every other format is written when all records are there, or
 // those that were finished when the run was interrupted. A file is written whole or not at all; only
 // the one that `--resume` goes on with grows line by line, so that no failure loses what is finished.
+// Each of its records says by a digest what it was made from.
 
 import { once } from 'node:events';
-import { constants, existsSync, readFileSync } from 'node:fs';
+import { constants, existsSync } from 'node:fs';
 import { access, appendFile, stat } from 'node:fs/promises';
 import { dirname, extname } from 'node:path';
 import process from 'node:process';
-import { writeWhole } from '../lib/files.js';
+import { readWhole, writeWhole } from '../lib/files.js';
+import { digestNow } from './digests.js';
 import { FORMATS } from './program.js';
 import { usageError } from './usage.js';
 
-/** @typedef {{file: string, error: import('./messages.js').ErrorWords | null}} AnyRecord */
+/** @typedef {import('./digests.js').AnyTask} AnyTask */
+
+/**
+ * @typedef {object} AnyRecord
+ * @property {string} file
+ * @property {import('./messages.js').ErrorWords | null} error
+ * @property {string} [digest] Of what it was made from.
+ */
 
 /**
  * Writes records in a format.
@@ -25,6 +34,7 @@ import { usageError } from './usage.js';
 /**
  * @typedef {object} Output
  * @property {(file: string) => boolean} has Whether the record of a file is there from before.
+ * @property {number} outdated How many records were there, but made from something else.
  * @property {(record: any) => Promise<void>} add The next record.
  * @property {() => Promise<void>} end
  */
@@ -33,12 +43,12 @@ import { usageError } from './usage.js';
  * Makes the output that options ask for.
  * @param {Record<string, any>} options
  * @param {Writer} writer
- * @param {string[]} files The images, in their order.
+ * @param {AnyTask[]} tasks In the order of the records.
  * @returns {Promise<Output>}
  */
-export async function makeOutput({ output: path = '-', resume = false }, writer, files) {
+export async function makeOutput({ output: path = '-', resume = false }, writer, tasks) {
   if (path === '-') return toStandardOutput(writer);
-  return resume ? goOn(path, writer, files) : intoFile(path, writer);
+  return resume ? goOn(path, writer, tasks) : intoFile(path, writer);
 }
 
 /**
@@ -51,6 +61,7 @@ function toStandardOutput({ isStream, write }) {
   let isFirst = true;
   return {
     has: () => false,
+    outdated: 0,
     add: async (record) => {
       if (!isStream) return void records.push(record);
       await print(write([record], isFirst));
@@ -72,6 +83,7 @@ function intoFile(path, { write }) {
   const records = [];
   return {
     has: () => false,
+    outdated: 0,
     add: async (record) => void records.push(record),
     end: () => writeWhole(path, write(records, true)),
   };
@@ -125,25 +137,32 @@ export async function checkWritable(path) {
 
 /**
  * Goes on with a file of records, a line each. A line that is not whole, as the last one of a run
- * that was killed, and the records of images that failed are left out and made anew. In the end the
- * records stand in the order of the images, behind those of other images.
+ * that was killed, and the records of images that failed or that were made from another picture or
+ * with other options are left out and made anew. In the end the records stand in the order of the
+ * images, behind those of other images.
  * @param {string} path
  * @param {Writer} writer
- * @param {string[]} files
+ * @param {AnyTask[]} tasks
  * @returns {Promise<Output>}
  */
-async function goOn(path, { write }, files) {
-  const before = existsSync(path) ? readFileSync(path, 'utf8').split(/(?<=\n)/) : [];
-  const lines = before
+async function goOn(path, { write }, tasks) {
+  const files = tasks.map(({ file }) => file);
+  const before = existsSync(path) ? linesOf(await readWhole(path)) : [];
+  const finished = before
     .map((line) => ({ line, ...recordOf(line) }))
     .filter(({ error }) => error === null);
-  const isWhole = lines.length === before.length;
-  if (!isWhole) await writeWhole(path, textOf(lines));
+  const digests = await digestsNow(tasks, finished);
+  // Of an image that is not there any more, nothing newer could be made.
+  const lines = finished.filter(
+    ({ file = '', digest }) => (digests.get(file) ?? digest) === digest,
+  );
+  if (lines.length < before.length) await writeWhole(path, textOf(lines));
   const done = new Set(lines.map(({ file }) => file));
   const places = new Map(files.map((file, i) => [file, i]));
   const placeOf = (/** @type {{file?: string}} */ { file = '' }) => places.get(file) ?? -1;
   return {
     has: (file) => done.has(file),
+    outdated: finished.length - lines.length,
     add: async (record) => {
       const line = write([record], false);
       lines.push({ line, ...record });
@@ -155,6 +174,26 @@ async function goOn(path, { write }, files) {
       if (isOther) await writeWhole(path, textOf(inOrder));
     },
   };
+}
+
+/** @param {Uint8Array} content */
+const linesOf = (content) => {
+  const text = new TextDecoder().decode(content);
+  return text === '' ? [] : text.split(/(?<=\n)/);
+};
+
+/**
+ * The digests that the records of images would have if they were made now.
+ * @param {AnyTask[]} tasks
+ * @param {Partial<AnyRecord>[]} records Whose digests are asked for.
+ * @returns {Promise<Map<string, string | undefined>>} By the image's name.
+ */
+async function digestsNow(tasks, records) {
+  const asked = new Set(records.map(({ file }) => file));
+  /** @type {Map<string, string | undefined>} */
+  const digests = new Map();
+  for (const task of tasks) if (asked.has(task.file)) digests.set(task.file, await digestNow(task));
+  return digests;
 }
 
 /** @param {{line: string}[]} lines */

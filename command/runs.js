@@ -82,15 +82,21 @@ export async function colours(images, options) {
 
 /**
  * @param {'trace' | 'colors'} name What the workers do.
- * @param {{file: string, content?: Uint8Array}[]} tasks
+ * @param {import('./digests.js').AnyTask[]} images And what is asked about them.
  * @param {Record<string, any>} options
  * @param {Purpose} purpose
  */
-async function run(name, tasks, options, { writer, look }) {
+async function run(name, images, options, { writer, look }) {
   const messages = makeMessages(options);
-  const files = tasks.map(({ file }) => file);
-  const output = await makeOutput(options, writer, files);
-  await readInput(tasks);
+  await readInput(images);
+  const tasks = images.map((image) => ({ ...image, isDigestWanted: options.resume }));
+  const output = await makeOutput(options, writer, tasks);
+  if (output.outdated > 0)
+    messages.note(
+      `${output.outdated} of the records are made anew: the picture, the options or the program is ` +
+        'another one now',
+      options.output,
+    );
   const todo = tasks.filter(({ file }) => !output.has(file));
   const progress = makeProgress(todo.length, options, process.stderr);
   const interruption = listen((text) => {

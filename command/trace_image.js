@@ -8,6 +8,7 @@ import { traceProject } from '../lib/projects/project.js';
 import { toOverlay } from '../lib/reports/overlay.js';
 import { makeReport } from '../lib/reports/report.js';
 import { traceChart } from '../lib/tracing/series.js';
+import { digestOf } from './digests.js';
 import { wordsOf } from './messages.js';
 import { saveProject } from './projects.js';
 
@@ -51,11 +52,12 @@ export const traceImage = (task) =>
 /**
  * The record of an image: what there is to say of its picture, or of the failure.
  * @template T
- * @param {{file: string, content?: Uint8Array, settings?: any}} image
+ * @param {import('./digests.js').AnyTask} task With `isDigestWanted` the record gets a digest.
  * @param {T} nothing What a failure leaves.
  * @param {(picture: Picture, content: Uint8Array) => T | Promise<T>} look
  */
-export async function recordOf({ file, content, settings }, nothing, look) {
+export async function recordOf(task, nothing, look) {
+  const { file, content, settings } = task;
   /** @type {{width: number | null, height: number | null}} */
   const size = { width: null, height: null };
   try {
@@ -64,7 +66,9 @@ export async function recordOf({ file, content, settings }, nothing, look) {
     const picture = await decodePicture(bytes, { ...(page && { page }) });
     size.width = picture.width;
     size.height = picture.height;
-    return { file, ...size, ...(await look(picture, bytes)), error: null };
+    const found = await look(picture, bytes);
+    const digest = task.isDigestWanted ? { digest: digestOf(task, bytes) } : {};
+    return { file, ...size, ...found, error: null, ...digest };
   } catch (error) {
     return { file, ...size, ...nothing, error: wordsOf(error) };
   }

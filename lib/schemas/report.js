@@ -32,13 +32,20 @@ export const reportSchema = {
   $defs: {
     image: {
       description: 'One picture. Such an object is a line of NDJSON.',
-      ...object({
-        file: orNull('string'),
-        width: { type: ['integer', 'null'], minimum: 1 },
-        height: { type: ['integer', 'null'], minimum: 1 },
-        series: { type: 'array', items: { $ref: '#/$defs/series' } },
-        error: { anyOf: [{ type: 'null' }, { $ref: '#/$defs/error' }] },
-      }),
+      ...object(
+        {
+          file: orNull('string'),
+          width: { type: ['integer', 'null'], minimum: 1 },
+          height: { type: ['integer', 'null'], minimum: 1 },
+          series: { type: 'array', items: { $ref: '#/$defs/series' } },
+          error: { anyOf: [{ type: 'null' }, { $ref: '#/$defs/error' }] },
+          digest: {
+            description: 'Of the picture and the options, in files that a run can go on with.',
+            type: 'string',
+          },
+        },
+        ['digest'],
+      ),
     },
     series: object(
       {
