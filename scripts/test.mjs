@@ -45,10 +45,11 @@ const STAGES = [
   },
   {
     name: 'js',
-    title: 'JavaScript tests: the host boundary, the library, real charts',
+    title: 'JavaScript tests: the host boundary, the library, real charts; what they run',
     commands: () => [
       [node, 'scripts/build.mjs'],
       [
+        ...counting('build/js_coverage', JS_DEMANDS),
         node,
         '--test',
         '--test-reporter=spec',
@@ -136,11 +137,19 @@ const STAGES = [
   },
   {
     name: 'planted',
-    title: 'planted bugs: all find their place, and the C++ tests catch a sample, others each day',
+    title: 'planted bugs: all find their place, and the tests catch a sample, others each day',
     onlyFull: true,
     commands: () => [[node, 'test/planted_bugs/run.mjs', '--sample']],
   },
 ];
+
+/**
+ * How much of the library and the command tests must run, in per cent. What runs WebAssembly is
+ * tested by the stages wasm and platforms.
+ */
+const JS_DEMANDS = ['--lines=99.2', '--branches=97.2', '--functions=98'];
+const JS_COUNTED = ['lib/**', 'command/**', 'bin/**'];
+const JS_OF_WASM = ['lib/tracing/wasm.js', 'lib/tracing/native_browser.js'];
 
 const CORE_FOLDERS = ['dispatch', 'extractors', 'grouping', 'indexing', 'primitives'];
 const CPP_FOLDERS = [
@@ -173,6 +182,28 @@ function builtBy(preset) {
  */
 function buildAndTest(preset) {
   return [...builtBy(preset), ['ctest', '--preset', preset, '--parallel', jobs]];
+}
+
+/**
+ * What stands before a command of Node.js, so that the lines, branches and functions that it and the
+ * processes it starts run are counted, and too few of them fail.
+ * @param {string} folder For the counts.
+ * @param {string[]} demands
+ * @returns {Command}
+ */
+function counting(folder, demands) {
+  return [
+    node,
+    'node_modules/c8/bin/c8.js',
+    '--all',
+    ...JS_COUNTED.map((pattern) => `--include=${pattern}`),
+    ...JS_OF_WASM.map((file) => `--exclude=${file}`),
+    '--check-coverage',
+    ...demands,
+    '--reporter=text',
+    '--skip-full',
+    `--temp-directory=${folder}`,
+  ];
 }
 
 /**

@@ -491,6 +491,8 @@ test('what would be too much is a RangeError, at once', () => {
   }
   assert.equal(tracePixels({ x: [0, 9_999_999], y: [0, 0] }, 'histogram').x.length, 1);
   assert.equal(tracePixels({ x: [2 ** 60], y: [0] }, 'histogram').x.length, 1);
+  const many = { length: 100_000_001 };
+  assert.throws(() => tracePixels({ x: many, y: many }, 'curves-fission'), limit);
   const huge = { width: 20_000, height: 20_000, data: new Uint8Array(4) };
   assert.throws(() => traceChart(huge, { kind: 'bars', colour: 'red' }), limit);
 });
