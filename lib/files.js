@@ -2,8 +2,8 @@
 
 import { createHash, randomBytes } from 'node:crypto';
 import { constants } from 'node:fs';
-import { open, realpath, rename, rm, stat } from 'node:fs/promises';
-import { dirname, join } from 'node:path';
+import { open, readlink, realpath, rename, rm, stat } from 'node:fs/promises';
+import { dirname, join, resolve } from 'node:path';
 import { ChartTraceError, LimitError } from './errors.js';
 
 /** Larger files are not read: 512 MiB. */
@@ -75,9 +75,9 @@ const noFile = (path) =>
  * @param {string | Uint8Array} data
  */
 export async function writeWhole(path, data) {
-  const target = await realpath(path).catch(() => path);
-  const before = await stat(target).catch(() => undefined);
-  if (before && !before.isFile()) return writeTo(target, data, 'w');
+  const before = await stat(path).catch(() => undefined);
+  if (before && !before.isFile()) return writeTo(path, data, 'w');
+  const target = await targetOf(path);
   const beside = join(dirname(target), `.chart-trace-${randomBytes(6).toString('hex')}.tmp`);
   try {
     await writeTo(beside, data, 'wx', before?.mode);
@@ -85,6 +85,22 @@ export async function writeWhole(path, data) {
   } catch (error) {
     await rm(beside, { force: true });
     throw error;
+  }
+}
+
+/**
+ * The file that a path leads to through links. It need not be there yet.
+ * @param {string} path
+ * @returns {Promise<string>}
+ */
+async function targetOf(path) {
+  try {
+    return await realpath(path);
+  } catch (error) {
+    if (/** @type {NodeJS.ErrnoException} */ (error).code !== 'ENOENT') throw error;
+    const link = await readlink(path).catch(() => undefined);
+    if (link === undefined) return path;
+    return targetOf(resolve(await realpath(dirname(path)), link));
   }
 }
 
