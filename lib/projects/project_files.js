@@ -47,9 +47,9 @@ export async function readProjectImage(project, path, { anywhere = false } = {})
   const { file } = project.image;
   const folder = dirname(resolve(path));
   if (!anywhere && !staysInside(file)) throw outside(file);
-  const image = resolve(folder, file);
   // A link inside the folder may lead out of it.
-  const place = relative(await realpath(folder), await realpath(image));
+  const image = await realpath(resolve(folder, file));
+  const place = relative(await realpath(folder), image);
   if (!anywhere && (isAbsolute(place) || place.split(sep)[0] === '..')) throw outside(file);
   const bytes = await readWhole(image);
   checkHash(project, sha256Of(bytes));
