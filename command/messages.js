@@ -2,6 +2,7 @@
 // `--json` errors are lines of JSON there, and nothing else is.
 
 import process from 'node:process';
+import { jsonLine } from '../lib/json.js';
 import { errorReport } from '../lib/reports/report.js';
 import { bold, columnsOf, hasColours, red, visible, wrap } from './terminal.js';
 
@@ -54,7 +55,7 @@ export function makeMessages({ json = false, quiet = false }, stream = process.s
   return {
     error: (words, file) => {
       if (json)
-        return void say(JSON.stringify({ ...(file !== undefined && { file }), error: words }));
+        return void say(jsonLine({ ...(file !== undefined && { file }), error: words }));
       const label = `${from(file)}:`;
       const [first, ...rest] = wrap(`${label} ${visible(words.message)}`, width - 2).split('\n');
       const head = isColoured ? first.replace(label, () => bold(red(label))) : first;

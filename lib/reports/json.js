@@ -1,6 +1,6 @@
 // Reports as JSON.
 
-import { formatJson } from '../json.js';
+import { formatJson, jsonLine } from '../json.js';
 
 /** @typedef {import('./report.js').Report} Report */
 
@@ -21,5 +21,5 @@ export function toJson(report) {
  * @returns {string}
  */
 export function toNdjson({ images }) {
-  return images.map((image) => `${JSON.stringify(image)}\n`).join('');
+  return images.map((image) => `${jsonLine(image)}\n`).join('');
 }

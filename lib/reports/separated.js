@@ -92,8 +92,8 @@ function separated(report, options = {}, row) {
 }
 
 // What spreadsheets take for the beginning of a formula, wide forms of the signs included. Some look
-// past blanks and line breaks in front of it.
-const FORMULA = /^[\s\0]*[=+\-@\uff1d\uff0b\uff0d\uff20]|^[\t\r\n\0]/;
+// past blanks, line breaks and characters that nobody sees in front of it.
+const FORMULA = /^[\s\p{Cc}\p{Cf}]*[=+\-@\uff1d\uff0b\uff0d\uff20]|^[\t\r\n\0]/u;
 const NUMBER = /^[+-]?\d+(?:\.\d+)?(?:e[+-]?\d+)?$/i;
 
 /**

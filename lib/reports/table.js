@@ -204,12 +204,14 @@ function widthOf(text) {
 
 /**
  * A text whose control characters are written out: the names of files and categories may come from
- * anywhere, and a terminal obeys such characters. Those that turn the direction of writing count.
+ * anywhere, and a terminal obeys such characters. Those that turn the direction of writing count, and
+ * those that nobody sees, but for the two that join letters.
  * @param {string} text
  */
 export const visible = (text) =>
-  text.replace(/[\p{Cc}\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069]/gu, (character) => {
-    const code = character.charCodeAt(0).toString(16);
+  text.replace(/(?![\u200c\u200d])[\p{Cc}\p{Cf}\u2028\u2029]/gu, (character) => {
+    const code = Number(character.codePointAt(0)).toString(16);
+    if (code.length > 4) return `\\u{${code}}`;
     return code.length > 2 ? `\\u${code.padStart(4, '0')}` : `\\x${code.padStart(2, '0')}`;
   });
 

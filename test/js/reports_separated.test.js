@@ -196,6 +196,8 @@ const formulas = [
   '\uff0d1',
   '\uff201',
   '-000044-03-15',
+  '\u200b=1',
+  '\u202e\x01=1',
 ];
 
 test('no text begins as a formula does, in whatever cell it stands', () => {
@@ -220,6 +222,20 @@ test('no text begins as a formula does, in whatever cell it stands', () => {
         assert.ok(cell.startsWith("'"), `${JSON.stringify(formula)} came out as ${cell}`);
     }
   }
+});
+
+test('whatever a text is made of, it is a number, or no formula', () => {
+  const text = fc.string({ unit: fc.constantFrom(...'=+-@\uff1d\t\r\n \0\u200b\ufeff"\',;1e.a') });
+  fc.assert(
+    fc.property(text, (file) => {
+      const report = makeReport([{ file, series: [seriesOf({})] }]);
+      const [{ file: cell }] = read(toCsv(report));
+      const seen = cell.replace(/^[\s\0\u200b]+/, '');
+      const isNumber = cell !== '' && Number.isFinite(Number(cell));
+      assert.ok(isNumber || !/^[=+\-@\uff1d]/.test(seen), JSON.stringify(cell));
+      assert.equal(cell.replace(/^'/, ''), file.replace(/^'/, ''));
+    }),
+  );
 });
 
 test('numbers, plain texts and signs inside them are left as they are', () => {
