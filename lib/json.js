@@ -48,7 +48,7 @@ function indented(value, margin, before = margin.length) {
   const [open, close] = isList ? ['[', ']'] : ['{', '}'];
   const blank = isList || parts.length === 0 ? '' : ' ';
   const line = `${open}${blank}${parts.join(', ')}${blank}${close}`;
-  // A comma may follow.
-  if (before + line.length < WIDTH && !line.includes('\n')) return line;
+  // A comma may follow. With a part that did not fit on a line, this one does not fit either.
+  if (before + line.length < WIDTH) return line;
   return `${open}\n${parts.map((part) => inner + part).join(',\n')}\n${margin}${close}`;
 }

@@ -149,6 +149,8 @@ test('more references than two are fitted by least squares, and their residuals 
   near(axis.toPixel(0), 11);
   near(axis.toPixel(3), 41);
   for (const [i, residual] of [-1, 1, 1, -1].entries()) near(axis.residuals[i], residual);
+  const distances = makeAxes({ x: axis.description }).residuals.map(({ distance }) => distance);
+  for (const distance of distances) near(distance, 1);
   const exact = makeAxis({ scale: 'log', pixel: [0, 10, 20], value: [1, 10, 100] });
   assert.deepEqual(exact.residuals, [0, 0, 0]);
   assert.equal(exact.toValue(10), 10);
@@ -168,6 +170,7 @@ test('an axis that cannot be is refused, and the reference at fault named', () =
     [{ scale: 'linear', pixel: [5, NaN], value: [3, 4] }, /reference 2 \(NaN=4\): .*of pixels/],
     [{ scale: 'linear', pixel: [5, 6], value: ['1', 'b'] }, /reference 2 \(6=b\): expected a num/],
     [{ scale: 'linear', pixel: [5, 6], value: [1, Infinity] }, /reference 2/],
+    [{ scale: 'linear', pixel: [5, 6], value: [1, -1.1e300] }, /reference 2 .*at most 1e300/],
     [{ scale: 'linear', pixel: [0, 1, 2, 3, 4], value: [0, 1, 20, 3, 4] }, /ce 3 \(2=20\): .*rise/],
     [{ scale: 'linear', pixel: [5], value: [1] }, /two references or more/],
     [{ scale: 'linear', pixel: [5, 6], value: [1] }, /as many values as pixels, 2/],
@@ -261,9 +264,15 @@ test('three references make axes that are turned and skewed', () => {
     assert.deepEqual(axes.toValue(pixel[i]), pair, 'references are met to the last bit');
     assert.deepEqual(axes.toPixel(pair), pixel[i]);
   }
-  const [x, y] = axes.toValue(turned([20, 12]));
-  near(x, 20);
-  near(y, 12);
+  // One near the middle of the references and one far from it.
+  for (const [inX, inY] of /** @type {[number, number][]} */ ([
+    [20, 12],
+    [40, -25],
+  ])) {
+    const [x, y] = axes.toValue(turned([inX, inY]));
+    near(x, inX);
+    near(y, inY);
+  }
   for (const at of /** @type {[number, number][]} */ ([
     [3.25, 7],
     [640, 480.5],
@@ -315,6 +324,10 @@ test('turned axes whose references lie on one line, or are no pairs, are refused
     [{ ...scales, pixel: corners, value: [...corners.slice(1), ['a', 1]] }, /reference 3 .*, x: /],
     [{ ...scales, pixel: corners.slice(1), value: corners.slice(1) }, /three references or more/],
     [{ y: scales.y, pixel: corners, value: corners }, /x axis: expected one of the scales/],
+    [
+      { ...scales, x: { scale: 'category' }, pixel: corners, value: corners.map(() => ['a', 1]) },
+      /x axis: expected all categories in order/,
+    ],
   ];
   for (const [description, message] of bad)
     assert.throws(() => makeAxes(description), { code: 'ERR_AXIS', message });

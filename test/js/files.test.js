@@ -14,7 +14,7 @@ import { join } from 'node:path';
 import process from 'node:process';
 import { after, before, test } from 'node:test';
 import { pathToFileURL } from 'node:url';
-import { writeWhole } from '../../lib/files.js';
+import { readStream, sha256Of, writeWhole } from '../../lib/files.js';
 import { root } from './support/addon.js';
 
 let folder;
@@ -124,4 +124,18 @@ test('whoever looks while it is written sees the old content or the new', async 
   await ended;
   const seen = await readFile(path, 'utf8');
   assert.ok(seen === old || seen === other, `${seen.length} characters`);
+});
+
+test('the hash of a file is its SHA-256', () => {
+  assert.equal(
+    sha256Of(Buffer.from('abc')),
+    'ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad',
+  );
+});
+
+test('a stream is read to its end, unless that is too far', async () => {
+  const parts = () => ['ab', '', 'c'].map((text) => Buffer.from(text));
+  assert.equal(String(await readStream(parts(), 3)), 'abc');
+  await assert.rejects(readStream(parts(), 2), { code: 'ERR_LIMIT', received: 3 });
+  assert.equal((await readStream([])).length, 0);
 });

@@ -110,6 +110,17 @@ test('a polygon may be concave, reach beyond the box, and turn either way', () =
   assert.deepEqual(drawn([{ include: [...letterU].reverse() }]), want);
 });
 
+test('a polygon without a height is a line, which it holds', () => {
+  /** @type {[number, number][]} */
+  const flat = [
+    [7, 3],
+    [4, 3],
+    [5, 3],
+  ];
+  const want = ['.......', '.......', '..####.', '.......', '.......'];
+  assert.deepEqual(drawn([{ include: flat }]), want);
+});
+
 test('where a polygon overlaps itself evenly it is open again', () => {
   /** @type {[number, number][]} */
   const bow = [
@@ -169,4 +180,5 @@ test('a shape that is none is an error that names it', () => {
   assert.throws(() => openPixels({ include: box }, box), /Expected masks to be an array/);
   // @ts-expect-error an edge that is a word is what is tried
   assert.throws(() => clip({ ...box, top: 'high' }, { width: 9, height: 9 }), /Expected box/);
+  assert.throws(() => clip({ ...box, left: NaN }, { width: 9, height: 9 }), /Expected box/);
 });

@@ -49,6 +49,15 @@ test('a line runs through the centres of its pixels', async () => {
   assert.deepEqual(at(20, 20), [128, 128, 128]);
 });
 
+test('everything has a white rim', async () => {
+  const at = await drawn({ x: [5, 35], y: [10, 10] }, 'line');
+  // The line is two pixels thick and the rim three quarters of one on either side, which is half of
+  // the next pixel and a quarter of that behind it.
+  assert.ok(at(20, 8).every((level) => level > 150 && level < 180));
+  assert.deepEqual(at(20, 8), at(20, 12));
+  assert.deepEqual(at(20, 7), [128, 128, 128]);
+});
+
 test('points that are nowhere, or lack their y, are left out', () => {
   const points = { x: [1, NaN, 3, 4], y: [5, 6, Infinity] };
   const svg = overlaySvg(grey, points, { colour: blue, shape: 'line' });
@@ -59,4 +68,11 @@ test('the contrasting colour is far from every colour it is given', () => {
   assert.equal(contrastingColour([parseColour('#d35400'), [255, 255, 255]]), '#0072b2');
   assert.notEqual(contrastingColour([parseColour('#0072b2'), [255, 255, 255]]), '#0072b2');
   assert.equal(contrastingColour([[0, 0, 0]]), '#f0e442');
+});
+
+test('a colour that is taken is not given again before all others are', () => {
+  const taken = [];
+  for (let i = 0; i < 14; ++i) taken.push(contrastingColour([[255, 255, 255]], taken));
+  assert.equal(new Set(taken.slice(0, 7)).size, 7);
+  assert.deepEqual(taken.slice(7), taken.slice(0, 7));
 });

@@ -18,6 +18,57 @@ test('import gives trace', () => {
   assert.deepEqual(entry.trace(...call), result);
 });
 
+test('every name of the package is there', () => {
+  assert.deepEqual(Object.keys(entry).sort(), [
+    'COLUMN_NAMES',
+    'ChartTraceError',
+    'LimitError',
+    'MODES',
+    'VERSION',
+    'checkHash',
+    'chroma',
+    'colourDistance',
+    'columnsFor',
+    'contrastingColour',
+    'decodePicture',
+    'encodePng',
+    'engine',
+    'errorReport',
+    'findColours',
+    'findSeriesColours',
+    'formatColour',
+    'formatProject',
+    'makeAxes',
+    'makeAxis',
+    'makeProject',
+    'makeReport',
+    'overlaySvg',
+    'parseColour',
+    'parseProject',
+    'parseReferences',
+    'pathFromProject',
+    'readProject',
+    'readProjectImage',
+    'selectPixels',
+    'selectSeries',
+    'sha256Of',
+    'splitResult',
+    'toCsv',
+    'toJson',
+    'toNdjson',
+    'toOverlay',
+    'toTable',
+    'toTsv',
+    'trace',
+    'traceChart',
+    'tracePixels',
+    'traceProject',
+    'writePng',
+    'writeProject',
+    'writeWhole',
+  ]);
+});
+
 test('the native module is taken where there is one', () => {
   assert.equal(entry.engine, 'native');
 });

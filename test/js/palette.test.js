@@ -39,6 +39,16 @@ test('on a dark page, on a grey panel, and with bars that fill most of it', () =
   assert.deepEqual(names(findSeriesColours(full)), ['#ff7f0e']);
 });
 
+test('shades that look alike are one colour, that of the most frequent of them', () => {
+  const picture = canvas(120, 100);
+  paint(picture, '#1f77b4', bar(10, 20, 40, 99));
+  paint(picture, '#2a7ab6', bar(41, 20, 50, 99));
+  const [found, ...others] = findSeriesColours(picture);
+  assert.deepEqual(others, []);
+  assert.equal(found.colour, '#1f77b4');
+  assert.equal(found.pixels, 41 * 80);
+});
+
 test('two series of one hue are two where both fill areas', () => {
   const picture = canvas(120, 100);
   paint(picture, '#1f78b4', bar(10, 20, 40, 99));
@@ -53,6 +63,9 @@ test('only the box and what the masks let through is looked at', () => {
   const left = { left: 0, top: 0, right: 59, bottom: 99 };
   assert.deepEqual(names(findSeriesColours(picture, { box: left })), ['#2ca02c']);
   assert.deepEqual(names(findSeriesColours(picture, { masks: [{ exclude: left }] })), ['#9467bd']);
+  const lower = { left: 0, top: 30, right: 59, bottom: 99 };
+  paint(picture, '#d62728', disc(30, 15, 10));
+  assert.deepEqual(names(findSeriesColours(picture, { box: lower })), ['#2ca02c']);
   const outside = { left: 300, top: 0, right: 400, bottom: 99 };
   assert.deepEqual(findColours(picture, { box: outside }), {
     background: null,

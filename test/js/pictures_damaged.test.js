@@ -8,6 +8,7 @@ import { writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import process from 'node:process';
 import { test } from 'node:test';
+import sharp from 'sharp';
 import { ChartTraceError, LimitError } from '../../lib/errors.js';
 import { decodePicture } from '../../lib/pictures.js';
 import { command, makeFolder } from './support/command.js';
@@ -144,4 +145,14 @@ test('no file, a folder, a pipe and devices are told at once', async (t) => {
   assert.equal(codes.length, files.length);
   for (const file of files.slice(1, -1))
     await assert.rejects(decodePicture(join(folder, file)), /ERR_FILE|EISDIR|no file but|decoded/);
+});
+
+test('what the decoder says of a picture is a single line', async () => {
+  const jpeg = await sharp({ create: { width: 600, height: 400, channels: 3, background: 'red' } })
+    .jpeg()
+    .toBuffer();
+  await assert.rejects(decodePicture(jpeg.subarray(0, 20)), {
+    code: 'ERR_PICTURE',
+    message: /^The picture cannot be decoded: [^\n]+\.$/,
+  });
 });

@@ -58,6 +58,16 @@ test('lines are at most a hundred characters wide where they can be', () => {
     assert.equal(broken.length, count);
     assert.ok(broken.every((line) => line.length <= 100));
   }
+  // What stands before a value on its line counts.
+  const name = 'n'.repeat(60);
+  for (const [length, count] of [
+    [29, 5],
+    [30, 7],
+  ]) {
+    const under = formatJson({ [name]: ['x'.repeat(length)], more: 'y'.repeat(80) }).split('\n');
+    assert.equal(under.length, count);
+    assert.ok(under.every((line) => line.length <= 100));
+  }
   assert.equal(formatJson({}), '{}\n');
   assert.equal(formatJson({ a: undefined, b: [undefined] }), '{ "b": [null] }\n');
 });

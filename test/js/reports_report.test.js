@@ -26,6 +26,13 @@ test('a report has its fields in a fixed order', () => {
   );
 });
 
+test('a report stays as it is when the notes it was made of grow', () => {
+  const notes = ['first'];
+  const [image] = makeReport([{ series: [seriesOf({ notes })] }]).images;
+  notes.push('second');
+  assert.deepEqual(image.series[0].notes, ['first']);
+});
+
 test('what is not known about a picture is null, and its series are none', () => {
   assert.deepEqual(makeReport([{}]).images, [
     { file: null, width: null, height: null, series: [], error: null },
@@ -92,6 +99,7 @@ test('an error keeps its code, what was expected, what came and the hint', () =>
 test('whatever was thrown becomes an error in words', () => {
   const nothing = { code: null, expected: null, received: null, hint: null };
   assert.deepEqual(errorReport('oops'), { ...nothing, message: 'oops' });
+  assert.deepEqual(errorReport({ code: 5, message: 'm' }), { ...nothing, message: 'm' });
   assert.deepEqual(errorReport(undefined), { ...nothing, message: 'undefined' });
   const circle = {};
   circle.self = circle;

@@ -34,6 +34,24 @@ test('a scatter chart in full', () => {
   );
 });
 
+test('very large and very small numbers have exponents, others none', () => {
+  const values = [
+    [1e9, 0.0001],
+    [999999499, 0.0000999],
+    [-2.5e12, 0],
+  ];
+  const pixels = values.map(() => [1, 2]);
+  const rows = toTable(reportOf(seriesOf({ pixels, values })))
+    .split('\n')
+    .filter((line) => /^ {4}\d/.test(line))
+    .map((line) => line.trim().split(/ +/).slice(3));
+  assert.deepEqual(rows, [
+    ['1e9', '0.0001'],
+    ['999999000', '9.99e-5'],
+    ['-2.5e12', '0'],
+  ]);
+});
+
 test('without axes there are pixels alone, and the table says so', () => {
   const table = toTable(reportOf(seriesOf({ values: null })));
   assert.match(table, /\n {4}in pixels: no axes are given\n {4}# {2}pixel x {2}pixel y\n/);
@@ -70,7 +88,8 @@ test('long lists show their first and last points', () => {
   assert.deepEqual(shown(0), ['… 100 more points', '']);
   assert.equal(shown(100).length, 101);
   assert.equal(toTable(report), toTable(report, { limit: 100 }));
-  assert.throws(() => toTable(report, { limit: -1 }), { code: 'ERR_ARGUMENT' });
+  for (const limit of [-1, 2.5, NaN])
+    assert.throws(() => toTable(report, { limit }), { code: 'ERR_ARGUMENT' });
 });
 
 test('an error stands below its picture, with its hint', () => {
@@ -82,7 +101,7 @@ test('an error stands below its picture, with its hint', () => {
 });
 
 test('a terminal obeys nothing that a text says', () => {
-  const evil = 'a\x1b[2J\x07\u202eb\u009b\n';
+  const evil = 'a\x1b[2J\x07\u202e\u2067b\u009b\n';
   const series = seriesOf({
     values: [
       [evil, 1],
@@ -95,8 +114,8 @@ test('a terminal obeys nothing that a text says', () => {
   ]);
   const table = toTable(report);
   // eslint-disable-next-line no-control-regex
-  assert.doesNotMatch(table, /[\0-\x09\x0b-\x1f\x7f-\x9f\u202e]/);
-  assert.equal(table.split('a\\x1b[2J\\x07\\u202eb\\x9b\\x0a').length, 7);
+  assert.doesNotMatch(table, /[\0-\x09\x0b-\x1f\x7f-\x9f\u202e\u2067]/);
+  assert.equal(table.split('a\\x1b[2J\\x07\\u202e\\u2067b\\x9b\\x0a').length, 7);
 });
 
 test('wide characters are counted as the two columns they take', () => {

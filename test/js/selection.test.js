@@ -128,6 +128,9 @@ test('what lost most of its chroma is of the series only beside pixels that are 
     paint(picture, faded, bar(22, 15, 22, 15));
     paint(picture, faded, bar(24, 15, 24, 15));
     paint(picture, faded, bar(40, 15, 40, 15));
+    // Three columns away, and three rows.
+    paint(picture, faded, bar(7, 12, 7, 12));
+    paint(picture, faded, bar(15, 23, 15, 23));
     const { x, y } = selectSeries(picture, { colour: '#1f77b4' });
     assert.equal(x.length, 11 * 11 + want, faded);
     assert.equal(Math.max(...x), want ? 22 : 20);
@@ -185,6 +188,10 @@ test('boxes and masks say where to look', () => {
   const masks = [{ exclude: { left: 10, top: 0, right: 12, bottom: 19 } }];
   assert.equal(selectSeries(picture, { ...colour, masks }).x.length, 27 * 10);
   assert.equal(selectSeries(picture, { ...colour, box, masks }).x.length, 12 * 5);
+  const within = { left: 33, top: 13, right: 39, bottom: 16 };
+  const { x, y } = selectSeries(picture, { ...colour, box: within });
+  assert.deepEqual([...x], [33, 34, 33, 34]);
+  assert.deepEqual([...y], [13, 13, 14, 14]);
   const beside = { left: 50, top: 0, right: 60, bottom: 9 };
   assert.equal(selectSeries(picture, { ...colour, box: beside }).x.length, 0);
 });
@@ -260,7 +267,7 @@ test('wrong options are refused by name before any work', () => {
     null,
     7,
     [1, 2],
-    [1, 2, 300],
+    [1, 2, 256],
     [[1, 2, 3.5]],
   ]))
     assert.throws(() => selectSeries(picture, { colour }), { code: 'ERR_COLOUR' }, String(colour));

@@ -11,7 +11,7 @@ import process from 'node:process';
 import { after, before, describe, test } from 'node:test';
 import { pathToFileURL } from 'node:url';
 import { gzipSync } from 'node:zlib';
-import { decodeContent, decodePicture } from '../../lib/pictures.js';
+import { decodeContent, decodePicture, encodePng } from '../../lib/pictures.js';
 import { drawSvg } from '../../lib/svg.js';
 import { command, makeFolder, png, RED } from './support/command.js';
 import { pngOf } from './support/png_chunks.js';
@@ -265,12 +265,18 @@ describe('what an SVG costs', () => {
 
   test('a process that dies leaves an error', async () => {
     const { NODE_OPTIONS } = process.env;
-    process.env.NODE_OPTIONS = '--no-such-option';
     try {
-      await assert.rejects(drawSvg(Buffer.from(svg('')), OPTIONS), {
-        code: 'ERR_PICTURE',
-        message: /process that draws SVGs has died/,
-      });
+      for (const fatal of [
+        '--no-such-option',
+        // Between the answer and the pixels.
+        '--import=data:text/javascript,process.stdout.end=()=>process.exit()',
+      ]) {
+        process.env.NODE_OPTIONS = fatal;
+        await assert.rejects(drawSvg(Buffer.from(svg('')), OPTIONS), {
+          code: 'ERR_PICTURE',
+          message: /process that draws SVGs has died/,
+        });
+      }
     } finally {
       if (NODE_OPTIONS === undefined) delete process.env.NODE_OPTIONS;
       else process.env.NODE_OPTIONS = NODE_OPTIONS;
@@ -290,4 +296,25 @@ test('the command draws an SVG beside other pictures', async (t) => {
   const { stdout, stderr } = await command(args, { cwd: folder });
   for (const { series } of JSON.parse(stdout).images)
     assert.deepEqual(series[0].pixels, [[9.5, 9.5]], stderr);
+});
+
+test('an SVG is drawn by a process of its own, other pictures are not', async () => {
+  const processes = () =>
+    process.getActiveResourcesInfo().filter((resource) => resource === 'ProcessWrap');
+  /** Whether there was another process before the picture was there. */
+  const hasProcess = async (picture) => {
+    while (processes().length > 0) await new Promise(setImmediate);
+    let isThere = false;
+    let wasSeen = false;
+    const decoded = decodePicture(picture).then(() => (isThere = true));
+    while (!isThere) {
+      wasSeen ||= processes().length > 0;
+      await new Promise(setImmediate);
+    }
+    await decoded;
+    return wasSeen;
+  };
+  assert.equal(await hasProcess(Buffer.from(svg(''))), true);
+  const pixels = await encodePng({ width: 4, height: 3, data: new Uint8Array(48) });
+  assert.equal(await hasProcess(pixels), false);
 });

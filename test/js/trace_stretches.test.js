@@ -124,15 +124,16 @@ test('the order x[0], y[0], x[1], y[1], ... holds over the borders of stretches'
   assert.deepEqual(log, upTo(LONG - 1));
 });
 
-for (const bad of ['text', undefined, null, 1n, Symbol('s'), {}]) {
-  test(`${String(bad)} deep in x ends the call once its y is fetched`, () => {
-    const log = [];
-    const x = logged('x', log);
-    const special = new Proxy(x, { get: (t, key) => (key === '5000' ? (t[key], bad) : t[key]) });
-    assert.throws(() => call(special, logged('y', log), LONG), NUMBER_EXPECTED);
-    assert.deepEqual(log, upTo(5000));
-  });
-}
+for (const bad of ['text', '7', undefined, null, true, 1n, Symbol('s'), {}])
+  for (const name of ['x', 'y'])
+    test(`${typeof bad} ${String(bad)} deep in ${name} ends the call once both are fetched`, () => {
+      const log = [];
+      const lists = { x: logged('x', log), y: logged('y', log) };
+      const get = (t, key) => (key === '5000' ? (t[key], bad) : t[key]);
+      lists[name] = new Proxy(lists[name], { get });
+      assert.throws(() => call(lists.x, lists.y, LONG), NUMBER_EXPECTED);
+      assert.deepEqual(log, upTo(5000));
+    });
 
 test('what a getter deep in y throws reaches the caller as it is, and nothing is read after it', () => {
   const log = [];
