@@ -54,8 +54,7 @@ export function makeMessages({ json = false, quiet = false }, stream = process.s
     file === undefined ? 'chart-trace' : `chart-trace: ${visible(file)}`;
   return {
     error: (words, file) => {
-      if (json)
-        return void say(jsonLine({ ...(file !== undefined && { file }), error: words }));
+      if (json) return void say(jsonLine({ ...(file !== undefined && { file }), error: words }));
       const label = `${from(file)}:`;
       const [first, ...rest] = wrap(`${label} ${visible(words.message)}`, width - 2).split('\n');
       const head = isColoured ? first.replace(label, () => bold(red(label))) : first;

@@ -2,7 +2,7 @@
 
 import { extname } from 'node:path';
 import { sha256Of } from '../lib/files.js';
-import { planOf } from '../lib/tracing/options.js';
+import { planOf, TRACE_OPTIONS } from '../lib/tracing/options.js';
 import { makeProject } from '../lib/projects/project.js';
 import {
   pathFromProject,
@@ -28,9 +28,9 @@ import { usageError } from './usage.js';
 
 /** What a project says itself, which nothing else may say beside it. */
 const SAID = [
-  'kind mode grouping stride clusterFraction pixelStep direction otherEnds',
-  'color exclude tolerance background region mask x y xScale yScale',
-].flatMap((names) => names.split(' '));
+  ...TRACE_OPTIONS,
+  ...'color exclude tolerance background region mask x y xScale yScale'.split(' '),
+];
 
 /**
  * Finds out what a command line asks for.

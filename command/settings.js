@@ -4,7 +4,7 @@ import { readFileSync } from 'node:fs';
 import { makeAxis } from '../lib/axes/axes.js';
 import { ChartTraceError } from '../lib/errors.js';
 import { openPixels } from '../lib/selection/masks.js';
-import { planOf } from '../lib/tracing/options.js';
+import { planOf, TRACE_OPTIONS } from '../lib/tracing/options.js';
 import { wordsOf } from './messages.js';
 import { KINDS } from './program.js';
 import { asUsageError, usageError } from './usage.js';
@@ -20,18 +20,6 @@ import { asUsageError, usageError } from './usage.js';
  * @property {TraceOptions} trace
  */
 
-/** The options of a trace that are handed on as they are. */
-const TRACE = /** @type {const} */ ([
-  'kind',
-  'mode',
-  'grouping',
-  'stride',
-  'clusterFraction',
-  'pixelStep',
-  'direction',
-  'otherEnds',
-]);
-
 const SELECT = /** @type {const} */ (['exclude', 'background', 'tolerance']);
 
 /**
@@ -41,7 +29,7 @@ const SELECT = /** @type {const} */ (['exclude', 'background', 'tolerance']);
  */
 export function settingsOf(options) {
   const axes = axesOf(options);
-  const trace = { ...picked(options, TRACE), ...(axes && { axes }) };
+  const trace = { ...picked(options, TRACE_OPTIONS), ...(axes && { axes }) };
   checkTrace(trace);
   return {
     ...(options.color && { colours: options.color }),

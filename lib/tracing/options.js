@@ -34,6 +34,20 @@ import { findMode, MODES, modeOf } from './modes.js';
  * @property {Axes | AxesDescription} [axes] Without them there are no values.
  */
 
+/** The names of these options. */
+export const TRACE_OPTIONS = [
+  'kind',
+  'mode',
+  'grouping',
+  'stride',
+  'clusterFraction',
+  'pixelStep',
+  'direction',
+  'otherEnds',
+  'ends',
+  'axes',
+];
+
 /**
  * @typedef {object} Plan
  * @property {Readonly<import('./modes.js').Mode>} mode

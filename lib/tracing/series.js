@@ -4,7 +4,7 @@ import { formatColour } from '../selection/colours.js';
 import { LimitError, refuse } from '../errors.js';
 import { traceKind } from './kinds.js';
 import { MODES } from './modes.js';
-import { planOf } from './options.js';
+import { planOf, TRACE_OPTIONS } from './options.js';
 import { SELECTION, selectSeries } from '../selection/pixels.js';
 import { MAX_PIXELS, tracePixels } from './tracing.js';
 
@@ -71,24 +71,11 @@ export function traceChart(source, options) {
   };
 }
 
-const TRACING = [
-  'kind',
-  'mode',
-  'grouping',
-  'stride',
-  'clusterFraction',
-  'pixelStep',
-  'direction',
-  'otherEnds',
-  'ends',
-  'axes',
-];
-
 /** @param {TraceOptions & SelectionOptions} options */
 function checkNames(options) {
   if (options === null || typeof options !== 'object')
     refuse('the options', 'an object', options, 'Say at least what kind of chart it is.');
-  const known = [...SELECTION, ...TRACING];
+  const known = [...SELECTION, ...TRACE_OPTIONS];
   const unknown = Object.keys(options).find((name) => !known.includes(name));
   if (unknown !== undefined) refuse('every option', `one of ${known.join(', ')}`, unknown);
 }
