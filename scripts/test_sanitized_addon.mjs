@@ -1,5 +1,6 @@
 // Tests the host boundary with the module built under the address, leak and undefined-behaviour
-// sanitizers, then eight threads at once under the thread sanitizer. Linux with g++ only: their run-time library has to be there before Node.js starts.
+// sanitizers, then eight threads at once, and threads that start and end in any order, under the
+// thread sanitizer. Linux with g++ only: their run-time library has to be there before Node.js starts.
 
 import { execFileSync, spawnSync } from 'node:child_process';
 import { readdirSync } from 'node:fs';
@@ -40,7 +41,7 @@ const files = readdirSync(tests).filter((name) =>
 );
 run('node', ['--test', ...files.map((name) => join(tests, name))], {
   ...process.env,
-  CHART_TRACE_CALLS: process.env.CHART_TRACE_CALLS ?? '20000',
+  CHART_TRACE_CALLS: process.env.CHART_TRACE_CALLS ?? '100000',
   CHART_TRACE_ADDON: join(root, 'build/addon-sanitize/cpp_code.node'),
   LD_PRELOAD: ['libasan.so', 'libstdc++.so'].map(libraryOfCompiler).join(' '),
   ASAN_OPTIONS: 'detect_leaks=1:quarantine_size_mb=1:thread_local_quarantine_size_kb=64',
@@ -52,8 +53,10 @@ run('cmake', ['--preset', 'addon-threads']);
 run('cmake', ['--build', '--preset', 'addon-threads']);
 // The host itself is not instrumented, so only what the module does is judged.
 const module = join(root, 'build/addon-threads/cpp_code.node');
-run('node', [join(tests, 'support/eight_workers.cjs'), module], {
-  ...process.env,
-  LD_PRELOAD: libraryOfCompiler('libtsan.so'),
-  TSAN_OPTIONS: 'ignore_noninstrumented_modules=1:halt_on_error=1',
-});
+const seed = process.env.CHART_TRACE_SEED ?? '1';
+for (const [script, ...more] of [['eight_workers.cjs'], ['workers_in_any_order.cjs', '40', seed]])
+  run('node', [join(tests, 'support', script), module, ...more], {
+    ...process.env,
+    LD_PRELOAD: libraryOfCompiler('libtsan.so'),
+    TSAN_OPTIONS: 'ignore_noninstrumented_modules=1:halt_on_error=1',
+  });

@@ -6,6 +6,7 @@ import { copyFile, mkdtemp, rm } from 'node:fs/promises';
 import { createRequire } from 'node:module';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
+import process from 'node:process';
 import test from 'node:test';
 import { once } from 'node:events';
 import { Worker } from 'node:worker_threads';
@@ -142,6 +143,14 @@ test('eight workers trace in all modes at once, and answer alike', async () => {
   const script = join(root, 'test/js/support/eight_workers.cjs');
   const { status, signal, stdout } = await node([script, addonFile]);
   assert.deepEqual({ status, signal, stdout }, { status: 0, signal: null, stdout: '8\n' });
+});
+
+const seed = process.env.CHART_TRACE_SEED ?? '1';
+test(`workers load, trace, unload and are stopped in any order (seed ${seed})`, async () => {
+  const script = join(root, 'test/js/support/workers_in_any_order.cjs');
+  const { status, signal, stdout, stderr } = await node([script, addonFile, '24', seed]);
+  assert.deepEqual({ status, signal, stderr }, { status: 0, signal: null, stderr: '' });
+  assert.ok(JSON.parse(stdout).answers > 24, stdout);
 });
 
 // A worker that is stopped cannot be thrown into any more. That must end it, not the process.

@@ -1,11 +1,13 @@
-// node arbitrary_calls.mjs ADDON CALLS SEED: makes CALLS calls of trace() with arbitrary values in all
-// six places and holds each against a model of the boundary, written down in JavaScript: what is
-// read, in which order, and what is thrown. Prints how often each outcome was seen, as JSON; what
+// node --expose-gc arbitrary_calls.mjs ADDON CALLS SEED: makes CALLS calls of trace() with arbitrary
+// values in all six places and holds each against a model of the boundary, written down in
+// JavaScript: what is read, in which order, and what is thrown. Prints how often each outcome was
+// seen, and by how many MB the process grew after the first fifth of the calls, as JSON; what
 // differs is thrown, reduced to a small call.
 
 import assert from 'node:assert/strict';
 import { createRequire } from 'node:module';
 import process from 'node:process';
+import vm from 'node:vm';
 import fc from 'fast-check';
 
 import { MODES } from '../../pinned/cases.js';
@@ -27,7 +29,11 @@ const TYPED = [
   Int32Array,
   Uint32Array,
   BigInt64Array,
+  BigUint64Array,
+  globalThis.Float16Array ?? Float64Array,
 ];
+/** The arrays of another realm, whose prototypes are not those of this one. */
+const foreign = vm.runInNewContext('({ Array, Float64Array, Proxy })');
 
 // None between 1e4 and 1e12: a histogram so wide would have millions of compartments to make.
 const coordinate = fc.oneof(
@@ -43,8 +49,16 @@ const notANumber = fc.constantFrom(
   ['value', 7n],
   ['symbol'],
   ['object'],
+  ['value', -(2n ** 70n)],
   ['boxed'],
   ['hostile'],
+  ['throws', 'valueOf'],
+  ['throws', 'toString'],
+  ['throws', Symbol.toPrimitive],
+  ['turnsInto', 'histogram'],
+  ['turnsInto', 5],
+  ['turnsInto', Symbol.iterator],
+  ['turnsInto', {}],
 );
 const element = fc.oneof(
   { weight: 400, arbitrary: coordinate.map((number) => ['value', number]) },
@@ -76,7 +90,7 @@ const coordinates = fc.oneof(
       fc.constant('typed'),
       fc.nat(TYPED.length - 1),
       length,
-      fc.constantFrom('own', 'offset', 'resizable', 'detached'),
+      fc.constantFrom('own', 'offset', 'resizable', 'detached', 'shared', 'growable', 'subclass'),
     ),
   },
   {
@@ -93,12 +107,23 @@ const coordinates = fc.oneof(
     arbitrary: fc.tuple(
       fc.constant('proxy'),
       length,
-      fc.constantFrom('watch', 'throw', 'lie'),
+      fc.oneof(change, fc.constantFrom('watch', 'throw', 'lie')),
       place,
     ),
   },
+  {
+    weight: 2,
+    arbitrary: fc.tuple(
+      fc.constant('fromElsewhere'),
+      length,
+      fc.constantFrom(...Object.keys(foreign)),
+    ),
+  },
   { weight: 1, arbitrary: fc.tuple(fc.constant('holes'), length, place) },
+  { weight: 1, arbitrary: fc.tuple(fc.constant('inherits'), length, place) },
   { weight: 1, arbitrary: fc.tuple(fc.constant('likeArray'), length) },
+  { weight: 1, arbitrary: fc.tuple(fc.constant('liesAboutLength'), length, anyLength) },
+  { weight: 1, arbitrary: fc.constantFrom(['longest'], ['bytes'], ['view']) },
   { weight: 1, arbitrary: fc.constant(['revoked']) },
   { weight: 1, arbitrary: notANumber },
 );
@@ -127,11 +152,17 @@ const mode = fc.oneof(
   { weight: 2, arbitrary: fc.tuple(fc.constant('text'), fc.constantFrom(...MODES), change) },
   {
     weight: 1,
-    arbitrary: fc.constantFrom(['value', '\ud800'], ['value', 'histogram\0'], ['throws']),
+    arbitrary: fc.constantFrom(['value', '\ud800'], ['value', 'histogram\0']),
   },
   { weight: 1, arbitrary: notANumber },
 );
-const call = fc.tuple(coordinates, coordinates, count, step, mode, fraction, fc.nat(40), anyLength);
+const way = fc.constantFrom('call', 'call', 'call', 'construct', 'method', 'more arguments');
+const call = fc.tuple(
+  fc.tuple(coordinates, coordinates, count, step, mode, fraction),
+  fc.nat(40),
+  anyLength,
+  way,
+);
 
 /** What a call throws on purpose. */
 class Thrown extends Error {}
@@ -158,12 +189,14 @@ class Kitchen {
     if (what === 'resize')
       for (const buffer of this.buffers)
         if (buffer.resizable) buffer.resize(buffer.byteLength >> 1);
+        else if (buffer.growable) buffer.grow(buffer.maxByteLength);
     if (what === 'enter') this.log.push(trace([3, 4], [5, 5], 2, 1, 'histogram', 0.05).join());
     if (what === 'collect') globalThis.gc?.();
   }
 
   detach(buffer) {
-    if (!buffer.detached) structuredClone(buffer, { transfer: [buffer] });
+    if (!buffer.detached && buffer instanceof ArrayBuffer)
+      structuredClone(buffer, { transfer: [buffer] });
   }
 
   make([kind, ...rest], name) {
@@ -178,11 +211,12 @@ class Kitchen {
     valueOf: () => this.log.push(`${name}.valueOf`),
     toString: () => (this.log.push(`${name}.toString`), 'histogram'),
   });
-  throws = () => ({
-    toString() {
+  throws = (name, method) => ({
+    [method]() {
       throw new Thrown('the mode has no text');
     },
   });
+  turnsInto = (name, value) => ({ [Symbol.toPrimitive]: () => value });
   text = (name, text, what) => ({ toString: () => (this.alter(what), text) });
 
   array(name, elements, size) {
@@ -194,12 +228,16 @@ class Kitchen {
 
   typed(name, type, size, kind) {
     const Type = TYPED[type];
+    const Class = kind === 'subclass' ? liarOf(Type) : Type;
     const bytes = Type.BYTES_PER_ELEMENT;
     const start = kind === 'offset' ? bytes : 0;
-    const options = kind === 'resizable' ? { maxByteLength: (size + 4) * bytes } : undefined;
-    const buffer = new ArrayBuffer(start + size * bytes, options);
-    const made = kind === 'resizable' ? new Type(buffer) : new Type(buffer, start, size);
-    for (let i = 0; i < size; ++i) made[i] = Type === BigInt64Array ? BigInt(i % 37) : i % 37;
+    const grows = kind === 'resizable' || kind === 'growable';
+    const options = grows ? { maxByteLength: (size + 4) * bytes } : undefined;
+    const Buffer = kind === 'shared' || kind === 'growable' ? SharedArrayBuffer : ArrayBuffer;
+    const buffer = new Buffer(start + size * bytes, options);
+    const made = grows ? new Class(buffer) : new Class(buffer, start, size);
+    const isBig = typeof new Type(1)[0] === 'bigint';
+    for (let i = 0; i < size; ++i) made[i] = isBig ? BigInt(i % 37) : i % 37;
     this.buffers.push(buffer);
     if (kind === 'detached') this.detach(buffer);
     return made;
@@ -241,6 +279,28 @@ class Kitchen {
     return made;
   }
 
+  inherits(name, size, at) {
+    const made = this.holes(name, size, at);
+    const get = () => (this.log.push(`inherited ${name}[${at}]`), 3);
+    return Object.setPrototypeOf(made, Object.create(Array.prototype, { [at]: { get } }));
+  }
+
+  fromElsewhere(name, size, kind) {
+    const made = foreign.Array.from({ length: size }, (_, i) => i % 37);
+    if (kind === 'Float64Array') return foreign.Float64Array.from(made);
+    return kind === 'Proxy' ? new foreign.Proxy(made, {}) : made;
+  }
+
+  liesAboutLength(name, size, claimed) {
+    const made = this.likeArray(name, size);
+    const get = () => (this.log.push(`${name}.length`), claimed);
+    return Object.defineProperty(made, 'length', { get });
+  }
+
+  longest = () => new Array(2 ** 32 - 1);
+  bytes = () => new ArrayBuffer(64);
+  view = () => new DataView(new ArrayBuffer(64));
+
   likeArray = (name, size) =>
     Object.assign(
       Object.create(null),
@@ -252,6 +312,24 @@ class Kitchen {
     revoke();
     return proxy;
   }
+}
+
+/** A typed array that says nothing true about itself; what it holds is still what lies in memory. */
+function liarOf(Type) {
+  return class extends Type {
+    get length() {
+      return 2 ** 31;
+    }
+    get byteOffset() {
+      return -8;
+    }
+    get buffer() {
+      throw new Thrown('no buffer');
+    }
+    get [Symbol.toStringTag]() {
+      return 'Float64Array';
+    }
+  };
 }
 
 /** The boundary's rules, plainly: the points that are read, or what is thrown. */
@@ -281,16 +359,10 @@ function modelOf(args) {
 }
 
 /** What a function makes of a recipe: its result or what it threw, and what it let happen. */
-function outcome(run, [x, y, pairs, pixelStep, modeRecipe, clusterFraction, given, shared]) {
+function outcome(run, [places, given, shared]) {
   const kitchen = new Kitchen(shared);
-  const args = [
-    kitchen.make(x, 'x'),
-    kitchen.make(y, 'y'),
-    kitchen.make(pairs, 'count'),
-    kitchen.make(pixelStep, 'step'),
-    kitchen.make(modeRecipe, 'mode'),
-    kitchen.make(clusterFraction, 'fraction'),
-  ].slice(0, given < 6 ? given : 6);
+  const names = ['x', 'y', 'count', 'step', 'mode', 'fraction'];
+  const args = places.map((recipe, i) => kitchen.make(recipe, names[i])).slice(0, given);
   const { log } = kitchen;
   try {
     return { returned: run(args), log };
@@ -299,16 +371,28 @@ function outcome(run, [x, y, pairs, pixelStep, modeRecipe, clusterFraction, give
   }
 }
 
+/** The ways to call trace() make no difference. */
+const WAYS = {
+  call: (args) => trace(...args),
+  construct: (args) => Reflect.construct(trace, args),
+  method: (args) => trace.apply(new Proxy({}, {}), args),
+  'more arguments': (args) => (args.length < 6 ? trace(...args) : trace(...args, Symbol('7th'))),
+};
+
 const seen = {};
+const property = fc.property(call, (recipe) => {
+  const got = outcome(WAYS[recipe[3]], recipe);
+  assert.deepStrictEqual(got, outcome(modelOf, recipe));
+  const kind = got.threw ?? (got.returned.length > 0 ? 'points' : 'no points');
+  seen[kind] = (seen[kind] ?? 0) + 1;
+});
 
-fc.assert(
-  fc.property(call, (recipe) => {
-    const got = outcome((args) => trace(...args), recipe);
-    assert.deepStrictEqual(got, outcome(modelOf, recipe));
-    const kind = got.threw ?? (got.returned.length > 0 ? 'points' : 'no points');
-    seen[kind] = (seen[kind] ?? 0) + 1;
-  }),
-  { numRuns: Number(calls), seed: Number(seed) },
-);
-
-console.log(JSON.stringify(seen));
+const ROUNDS = 5;
+const sizes = [];
+for (let round = 0; round < ROUNDS; ++round) {
+  fc.assert(property, { numRuns: Number(calls) / ROUNDS, seed: Number(seed) + round });
+  globalThis.gc();
+  sizes.push(process.memoryUsage.rss());
+}
+const growth = (sizes[ROUNDS - 1] - sizes[0]) / 2 ** 20;
+console.log(JSON.stringify({ seen, growth }));
