@@ -12,7 +12,8 @@ import { ChartTraceError, LimitError } from './errors.js';
 
 /**
  * @typedef {object} SvgLimits
- * @property {number} seconds How long the process may work.
+ * @property {number} seconds How long the process may have the processor, and a tenth of how long it
+ *   may take at all.
  * @property {number} bytes How much memory it may have.
  */
 

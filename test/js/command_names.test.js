@@ -51,11 +51,7 @@ test('tables and messages show what is in a name', options, async () => {
 test('errors of the command line show it too', options, async () => {
   for (const args of [
     [good, '--kind', OBEYED],
-    [good, '--kind', 'scatter', '--color', OBEYED],
-    [good, '--kind', 'scatter', '--x', `1=${OBEYED},2=3`],
-    [good, '--kind', 'scatter', '--mask', OBEYED],
     [good, '--kind', 'scatter', '-o', `${OBEYED}/out.csv`],
-    [good, '--kind', 'scatter', '--overlay', OBEYED],
     ['--project', OBEYED],
     [`--${OBEYED}`],
   ])

@@ -42,7 +42,7 @@ for (const [name, file] of encoded)
     const random = randomNumbers(seed);
     const { data } = await decodePicture(file);
     const ends = Array.from({ length: 20 }, (_, i) => file.length - 1 - i);
-    const elsewhere = Array.from({ length: 40 }, () => Math.floor(random() * file.length));
+    const elsewhere = Array.from({ length: 25 }, () => Math.floor(random() * file.length));
     let refused = 0;
     for (const length of [...ends, ...elsewhere]) {
       const part = await decoded(file.subarray(0, length), `${length} bytes, seed ${seed}`);
@@ -50,7 +50,7 @@ for (const [name, file] of encoded)
         assert.deepEqual(part.data, data, `${length} of ${file.length} bytes, seed ${seed}`);
       else ++refused;
     }
-    assert.ok(refused >= 30, `${refused} refused`);
+    assert.ok(refused >= 20, `${refused} refused`);
   });
 
 for (const [name, file] of encoded)
@@ -59,7 +59,7 @@ for (const [name, file] of encoded)
     t.diagnostic(`seed ${seed}`);
     const random = randomNumbers(seed);
     const { data } = await decodePicture(file);
-    for (let i = 0; i < 40; ++i) {
+    for (let i = 0; i < 25; ++i) {
       const changed = Buffer.from(file);
       const at = Math.floor(random() * file.length);
       changed[at] ^= 1 << Math.floor(random() * 8);
@@ -124,7 +124,7 @@ test('no file, a folder, a pipe and devices are told at once', async (t) => {
   const args = [...files, '--kind', 'scatter', '--json'];
   const { status, stdout } = await command(args, {
     cwd: folder,
-    timeout: 30_000,
+    timeout: 120_000,
     killSignal: 'SIGKILL',
   });
   assert.equal(status, 1);

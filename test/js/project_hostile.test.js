@@ -150,7 +150,7 @@ test('any value in any place of a project is taken or refused with a reason', as
       }
       await tryOut(JSON.stringify(project));
     }),
-    { numRuns: 1000 },
+    { numRuns: 400 },
   );
 });
 
@@ -183,7 +183,7 @@ test('text that is cut off or changed is taken or refused', async () => {
       await assert.rejects(parseProject(text.slice(0, at)), { code: 'ERR_PROJECT' });
       await tryOut(text.slice(0, at) + other + text.slice(at + 1));
     }),
-    { numRuns: 200 },
+    { numRuns: 100 },
   );
 });
 
