@@ -24,7 +24,7 @@ const NAMES = ['a.png', 'b.png', 'c.png'];
 
 /** @param {string[]} more */
 const resume = (...more) =>
-  command([...more, '--jobs', '1', '--resume', '-o', 'all.ndjson'], { cwd: folder });
+  command(['--jobs', '1', ...more, '--resume', '-o', 'all.ndjson'], { cwd: folder });
 const traced = (...more) => resume(...NAMES, '--kind', 'scatter', '--color', 'blue', ...more);
 
 const lines = () => readFileSync(target, 'utf8').split(/(?<=\n)/);
