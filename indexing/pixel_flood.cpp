@@ -17,42 +17,42 @@ Word before(Word pixels) { return (pixels & (~pixels + 1)) - 1; }
 
 }  // namespace
 
-Pixel_flood::Pixel_flood(Pixel_map map) : map_(std::move(map)), queue_(64) {
-  const std::uint32_t down = map_.stride();
-  to_neighbour_ = {0 - down - 1, 0 - down, 0 - down + 1, ~0U, 0, 1, down - 1, down, down + 1};
-}
+Pixel_flood::Pixel_flood(Pixel_map map)
+    : map_(std::move(map)), line_walk_(map_.stride()), queue_(64) {}
 
 bool Pixel_flood::next_group(Point_writer& group) {
   std::uint32_t seed = 0;
   if (!map_.take_first(seed_word_, seed)) return false;
   queue_[0] = {seed, 1};
   end_ = 1;
-  fill();
+  fill(group);
   write(group);
   return true;
 }
 
-void Pixel_flood::fill() {
-  for (head_ = 0; head_ < end_; ++head_) {
-    const Stretch stretch = queue_[head_];
-    if (stretch.length == 1) {
-      take_around(stretch.place);
-    } else if (stretch.length > 1) {
+void Pixel_flood::fill(Point_writer& group) {
+  head_ = 0;
+  while (head_ < end_) {
+    const Stretch stretch = queue_[head_++];
+    if (stretch.length > 1) {
       take_along(stretch);
-    } else {
+    } else if (stretch.length < 0) {
       take_down(stretch);
+    } else {
+      take_around(stretch.place, group);
     }
   }
 }
 
 // On a line one pixel thick each pixel takes one other. Such pixels stay single: joining them would
 // save less than finding out whether they can be joined.
-void Pixel_flood::take_around(std::uint32_t place) {
+void Pixel_flood::take_around(std::uint32_t place, Point_writer& group) {
   const Word around = map_.around(place);
-  if (around != 0 && (around & (around - 1)) == 0) {
-    const std::uint32_t taken = place + to_neighbour_[first_of(around)];
-    map_.flip(taken);
-    push({taken, 1});
+  if (around == 0) return;
+  if (const std::uint32_t to_taken = line_walk_.to_neighbour(around); to_taken != 0) {
+    map_.flip(place + to_taken);
+    push({place + to_taken, 1});
+    follow_line(group);
     return;
   }
   const std::uint32_t corner = place - 1;
@@ -63,6 +63,19 @@ void Pixel_flood::take_around(std::uint32_t place) {
   queue_row(corner - stride, above);
   queue_row(corner, own);
   queue_row(corner + stride, below);
+}
+
+// Where no more than two single pixels are left in the queue, they may be the ends of a line. What
+// is left when it has been followed is the queue from then on.
+void Pixel_flood::follow_line(Point_writer& group) {
+  if (end_ - head_ > 2 || !queue_[head_].is_single() || !queue_[end_ - 1].is_single()) return;
+  write(group);
+  Line_walk::Ends ends{queue_[head_].place, queue_[end_ - 1].place, end_ - head_ == 2};
+  ends = line_walk_.follow(ends, map_, group);
+  head_ = 0;
+  end_ = 0;
+  push({ends.first, 0});
+  if (ends.has_second) push({ends.second, 0});
 }
 
 // Looks at no more pixels at a time than fit a word with a column on each side.
@@ -149,7 +162,7 @@ void Pixel_flood::queue_row(std::uint32_t place, Word pixels) {
 void Pixel_flood::queue_along(std::uint32_t place, std::int32_t length) {
   Stretch& last = queue_[end_ - 1];
   if (last.length > 0 && last.place + static_cast<std::uint32_t>(last.length) == place &&
-      end_ - 1 != head_) {
+      end_ != head_) {
     last.length += length;
   } else if (length == 1) {
     queue_down(place, 1);
@@ -162,7 +175,7 @@ void Pixel_flood::queue_down(std::uint32_t place, std::int32_t length) {
   Stretch& last = queue_[end_ - 1];
   const std::int32_t height = last.length == 1 ? 1 : -last.length;
   if (height > 0 && last.place + static_cast<std::uint32_t>(height) * map_.stride() == place &&
-      end_ - 1 != head_) {
+      end_ != head_) {
     last.length = -(height + length);
   } else {
     push({place, length == 1 ? 1 : -length});
@@ -177,9 +190,8 @@ void Pixel_flood::push(Stretch stretch) {
 void Pixel_flood::write(Point_writer& group) const {
   for (std::size_t k = 0; k < end_; ++k) {
     const Stretch stretch = queue_[k];
-    const std::uint32_t row = stretch.place / map_.stride();
-    const double y = map_.top() + row;
-    const double x = map_.left() + (stretch.place - row * map_.stride());
+    const double x = map_.column_of(stretch.place);
+    const double y = map_.row_of(stretch.place);
     if (stretch.length == 1) {
       group.add(x, y);
     } else if (stretch.length > 1) {

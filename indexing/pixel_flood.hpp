@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
+#include "indexing/line_walk.hpp"
 #include "indexing/pixel_map.hpp"
 #include "indexing/point_writer.hpp"
 
@@ -19,6 +19,8 @@ namespace chart_trace {
 // bits. What a stretch takes is found for its pixels together, for the order of taking is known: of
 // a stretch along a row, each pixel after the first finds nothing new but in the column on its
 // right; of one down a column, nothing new but in the row below it.
+//
+// A line one pixel thick has no stretches to speak of: it is left to a Line_walk.
 class Pixel_flood {
  public:
   // Whether a box with this half side around a pixel holds its eight neighbours and no others.
@@ -32,14 +34,18 @@ class Pixel_flood {
   bool next_group(Point_writer& group);
 
  private:
-  // `length` pixels from `place` on along a row, or -length pixels down a column; 1 when single.
+  // `length` pixels from `place` on along a row, or -length pixels down a column; 1 when single, 0
+  // when single and already written, so that it must not grow.
   struct Stretch {
     std::uint32_t place;
     std::int32_t length;
+
+    bool is_single() const { return length == 0 || length == 1; }
   };
 
-  void fill();
-  void take_around(std::uint32_t place);
+  void fill(Point_writer& group);
+  void take_around(std::uint32_t place, Point_writer& group);
+  void follow_line(Point_writer& group);
   void take_along(Stretch stretch);
   void take_down(Stretch stretch);
   void queue_columns(std::uint32_t corner, Pixel_map::Word above, Pixel_map::Word own,
@@ -51,10 +57,10 @@ class Pixel_flood {
   void write(Point_writer& group) const;
 
   Pixel_map map_;
-  std::array<std::uint32_t, 9> to_neighbour_;  // what to add to a place, in place order
-  std::size_t seed_word_ = 0;                  // no pixel before it is free
+  Line_walk line_walk_;
+  std::size_t seed_word_ = 0;  // no pixel before it is free
   std::vector<Stretch> queue_;
-  std::size_t head_ = 0;  // the stretch in hand
+  std::size_t head_ = 0;  // the stretch that is in hand next
   std::size_t end_ = 0;   // of the queue
 };
 

@@ -142,6 +142,17 @@ void Pixel_map::paint_run(std::uint32_t place, std::size_t length) {
   *word |= full >> (word_bits - length);
 }
 
+Pixel_map::Word Pixel_map::around_in_two_words(std::uint32_t place) const {
+  Word around = 0;
+  for (std::uint32_t row = 0; row < 3; ++row) {
+    const std::uint32_t corner = place + row * stride_ - stride_ - 1;
+    const Word* const word = &words_[corner / word_bits];
+    const std::uint32_t shift = corner % word_bits;
+    around |= (word[0] >> shift | word[1] << (word_bits - shift) & 7) << 3 * row;
+  }
+  return around;
+}
+
 bool Pixel_map::take_first(std::size_t& from, std::uint32_t& place) {
   while (from < words_.size() && words_[from] == 0) ++from;
   if (from == words_.size()) return false;

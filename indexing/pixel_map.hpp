@@ -52,15 +52,14 @@ class Pixel_map {
     return taken;
   }
 
-  // The free pixels of three rows of three around `place`, a bit each in place order; may be none
-  // though there are some, when a row lies in two words.
+  // The free pixels of three rows of three around `place`, a bit each in place order.
   Word around(std::uint32_t place) const {
     const std::uint32_t corner = place - 1;
     const std::uint32_t shift = corner % word_bits;
-    if (shift > word_bits - 3) return 0;
+    if (shift > word_bits - 3) return around_in_two_words(place);
     const Word* const own = &words_[corner / word_bits];
-    const std::uint32_t words_in_row = stride_ / word_bits;
-    const Word above = own[-static_cast<std::ptrdiff_t>(words_in_row)];
+    const std::size_t words_in_row = stride_ / word_bits;
+    const Word above = *(own - words_in_row);
     const Word below = own[words_in_row];
     return (above >> shift & 7) | (*own >> shift & 7) << 3 | (below >> shift & 7) << 6;
   }
@@ -75,6 +74,9 @@ class Pixel_map {
   // Takes the first free pixel from word `from` on, and moves `from` to its word; false if none is.
   bool take_first(std::size_t& from, std::uint32_t& place);
 
+  double column_of(std::uint32_t place) const { return left_ + place % stride_; }
+  double row_of(std::uint32_t place) const { return top_ + place / stride_; }
+
   const std::vector<Word>& words() const { return words_; }
   std::uint32_t stride() const { return stride_; }
   double left() const { return left_; }  // the column of places 0, stride, ...
@@ -88,6 +90,7 @@ class Pixel_map {
   bool paint(const std::vector<double>& columns, const std::vector<double>& rows);
   bool paint_each(const std::vector<double>& columns, const std::vector<double>& rows,
                   std::vector<std::uint32_t>& places);
+  Word around_in_two_words(std::uint32_t place) const;
   void paint_run(std::uint32_t place, std::size_t length);
 
   double left_;

@@ -2,8 +2,10 @@
 // bit for bit.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -175,6 +177,71 @@ TEST(Fission_paths, a_triangle_from_its_tip_down_equals_the_oracle) {
     }
   }
   EXPECT_TRUE(equals_oracle_both_ways(set, 1.0));
+}
+
+// A picture drawn by a pen that keeps its direction for a while, now and then lifted: lines that
+// cross, touch, run along each other and along the border.
+Pixels scribble(std::uint64_t seed, int width, int height, std::uint64_t straight) {
+  Random random(seed);
+  std::vector<bool> is_drawn(static_cast<std::size_t>(width * height));
+  int x = 0, y = 0, right = 1, down = 0;
+  for (int step = 0; step < 300; ++step) {
+    if (random.below(straight) == 0) {
+      right = static_cast<int>(random.below(3)) - 1;
+      down = static_cast<int>(random.below(3)) - 1;
+    }
+    if (random.below(100) == 0) x = static_cast<int>(random.below(static_cast<unsigned>(width)));
+    x = std::clamp(x + right, 0, width - 1);
+    y = std::clamp(y + down, 0, height - 1);
+    is_drawn[static_cast<std::size_t>(y * width + x)] = true;
+  }
+  Pixels set;
+  for (int row = 0; row < height; ++row) {
+    for (int column = 0; column < width; ++column) {
+      if (!is_drawn[static_cast<std::size_t>(row * width + column)]) continue;
+      set.x.push_back(column);
+      set.y.push_back(row);
+    }
+  }
+  return set;
+}
+
+TEST(Fission_paths, lines_one_pixel_thick_equal_the_oracle) {
+  std::uint64_t seed = 0;
+  for (const int width : {4, 20, 61, 62, 63, 64, 65, 66, 130, 300}) {
+    for (const int height : {5, 20, 60}) {
+      for (const std::uint64_t straight : {2U, 5U, 20U, 60U}) {
+        const Pixels set = scribble(++seed, width, height, straight);
+        EXPECT_TRUE(equals_oracle_both_ways(set, 1.0)) << width << " " << height << " " << straight;
+      }
+    }
+  }
+}
+
+// Both ends of a line meet: on the same pixel, side by side, or a pixel apart.
+TEST(Fission_paths, lines_that_close_equal_the_oracle) {
+  for (int width = 1; width <= 9; ++width) {
+    for (int height = 1; height <= 9; ++height) {
+      Pixels frame, diamond;
+      for (int y = 0; y < height; ++y) {
+        for (int x = 60; x < 60 + width; ++x) {
+          if (y != 0 && y != height - 1 && x != 60 && x != 59 + width) continue;
+          frame.x.push_back(x);
+          frame.y.push_back(y);
+        }
+      }
+      for (int y = -height; y <= height; ++y) {
+        const int reach = (height - std::abs(y)) * width / height;
+        diamond.x.push_back(62 - reach);
+        diamond.y.push_back(y);
+        if (reach == 0) continue;
+        diamond.x.push_back(62 + reach);
+        diamond.y.push_back(y);
+      }
+      EXPECT_TRUE(equals_oracle_both_ways(frame, 1.0)) << width << " by " << height;
+      EXPECT_TRUE(equals_oracle_both_ways(diamond, 1.0)) << width << " by " << height;
+    }
+  }
 }
 
 Pixels shuffled(Pixels set, std::uint64_t seed) {

@@ -925,8 +925,8 @@ export const bugs = {
     },
     {
       name: 'the pixels around are read past the end of a word',
-      find: 'if (shift > word_bits - 3) return 0;',
-      replace: 'if (shift > word_bits - 1) return 0;',
+      find: 'if (shift > word_bits - 3) return around_in_two_words(place);',
+      replace: 'if (shift > word_bits - 1) return around_in_two_words(place);',
     },
   ],
 
@@ -994,13 +994,36 @@ export const bugs = {
     },
     {
       name: 'a stretch in hand grows',
-      find: '      end_ - 1 != head_) {\n    last.length += length;',
+      find: '      end_ != head_) {\n    last.length += length;',
       replace: '      true) {\n    last.length += length;',
+    },
+    {
+      name: 'what is left of a line is written again',
+      find: 'push({ends.second, 0});',
+      replace: 'push({ends.second, 1});',
     },
     {
       name: 'a stretch down a column ends a row early',
       find: 'std::abs(stretch.length) + 2',
       replace: 'std::abs(stretch.length) + 1',
+    },
+  ],
+
+  'indexing/line_walk.cpp': [
+    {
+      name: 'the two ends of a line meet and go on',
+      find: ' || next == other',
+      replace: '',
+    },
+    {
+      name: 'the second end of a line has its turn twice',
+      find: '      std::swap(a, b);\n',
+      replace: '',
+    },
+    {
+      name: 'the last pixel of a line stays on the map',
+      find: '  map.flip(a.place);\n  if (ends.has_second) map.flip(b.place);\n  points',
+      replace: '  if (ends.has_second) map.flip(b.place);\n  points',
     },
   ],
 
