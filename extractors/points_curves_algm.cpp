@@ -35,25 +35,22 @@ Points_curves_algm::Points_curves_algm(std::vector<double> x, std::vector<double
 
 void Points_curves_algm::points_curves() {
   sort_out_groups();
-  x_groups = {};
-  y_groups = {};
   if (x_curves.empty()) return;
   reduce_curve();
   append(x_points_curves, x_curves);
   append(y_points_curves, y_curves);
 }
 
-// A solid group becomes its centre, every other group adds its pixels to the curve.
+// A solid group becomes its centre, every other group leaves its pixels to the curve.
 void Points_curves_algm::sort_out_groups() {
-  x_curves.reserve(x_groups.value_count());
-  y_curves.reserve(y_groups.value_count());
+  std::vector<std::size_t> curve_groups;
   for (std::int32_t k = 0; k < num_groups; ++k) {
-    const chart_trace::Values gx = x_groups[static_cast<std::size_t>(k)];
-    const chart_trace::Values gy = y_groups[static_cast<std::size_t>(k)];
+    const auto group = static_cast<std::size_t>(k);
+    const chart_trace::Values gx = x_groups[group];
+    const chart_trace::Values gy = y_groups[group];
     const chart_trace::Group_figures figures = chart_trace::figures_of(gx, gy);
     if (!chart_trace::is_solid_filled(figures.x, figures.y, gx.size(), pixel_step)) {
-      append(x_curves, gx);
-      append(y_curves, gy);
+      curve_groups.push_back(group);
       continue;
     }
     x_centres.push_back(figures.mean_x);
@@ -61,6 +58,8 @@ void Points_curves_algm::sort_out_groups() {
     x_points_curves.push_back(x_centres.back());
     y_points_curves.push_back(y_centres.back());
   }
+  x_curves = std::move(x_groups).joined(curve_groups);
+  y_curves = std::move(y_groups).joined(curve_groups);
 }
 
 // Curve pixels in, thinned chain of centroids out.

@@ -22,12 +22,14 @@ class Group_list {
       : values_(std::move(values)), ends_(std::move(ends)) {}
 
   std::size_t size() const { return ends_.size(); }
-  // The number of values in all groups.
-  std::size_t value_count() const { return ends_.empty() ? 0 : ends_.back(); }
 
   Values operator[](std::size_t k) const {
     return {values_.data() + (k == 0 ? 0 : ends_[k - 1]), values_.data() + ends_[k]};
   }
+
+  // The values of the groups named, in rising order, one group behind the other; the list is gone.
+  // They stay in the same memory, and where they are when all groups are named.
+  std::vector<double> joined(const std::vector<std::size_t>& kept) &&;
 
   // A copy of each group.
   std::vector<Group_of_arrays> groups() const;
