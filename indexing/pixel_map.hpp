@@ -75,12 +75,13 @@ class Pixel_map {
   bool take_first(std::size_t& from, std::uint32_t& place);
 
   double column_of(std::uint32_t place) const { return left_ + place % stride_; }
-  double row_of(std::uint32_t place) const { return top_ + place / stride_; }
+  double row_of(std::uint32_t place) const {
+    const std::uint32_t row = place / stride_;
+    return top_ + row;
+  }
 
   const std::vector<Word>& words() const { return words_; }
   std::uint32_t stride() const { return stride_; }
-  double left() const { return left_; }  // the column of places 0, stride, ...
-  double top() const { return top_; }    // the row of place 0
 
  private:
   Pixel_map(double left, double top, std::uint32_t stride, std::size_t rows)
@@ -93,8 +94,8 @@ class Pixel_map {
   Word around_in_two_words(std::uint32_t place) const;
   void paint_run(std::uint32_t place, std::size_t length);
 
-  double left_;
-  double top_;
+  double left_;           // the column of places 0, stride, ...
+  double top_;            // the row of place 0
   std::uint32_t stride_;  // a multiple of word_bits
   std::vector<Word> words_;
 };

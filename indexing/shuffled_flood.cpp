@@ -72,8 +72,7 @@ void Shuffled_flood::queue_in_order(std::size_t first) {
 
 void Shuffled_flood::write(Point_writer& group) const {
   for (const std::uint32_t place : queue_) {
-    const std::uint32_t row = place / map_.stride();
-    group.add(map_.left() + (place - row * map_.stride()), map_.top() + row);
+    group.add(map_.column_of(place), map_.row_of(place));
   }
 }
 
