@@ -148,7 +148,8 @@ Pixel_map::Word Pixel_map::around_in_two_words(std::uint32_t place) const {
     const std::uint32_t corner = place + row * stride_ - stride_ - 1;
     const Word* const word = &words_[corner / word_bits];
     const std::uint32_t shift = corner % word_bits;
-    around |= (word[0] >> shift | word[1] << (word_bits - shift) & 7) << 3 * row;
+    const Word three = (word[0] >> shift | word[1] << (word_bits - shift)) & 7;
+    around |= three << (3 * row);
   }
   return around;
 }
