@@ -69,8 +69,26 @@ test('every name of the package is there', () => {
   ]);
 });
 
+test('the version is that of the package', () => {
+  const { version } = createRequire(import.meta.url)('chart-trace/package.json');
+  assert.equal(entry.VERSION, version);
+});
+
 test('the native module is taken where there is one', () => {
   assert.equal(entry.engine, 'native');
+});
+
+test('CHART_TRACE_ENGINE chooses what runs', async () => {
+  const statement =
+    "import('chart-trace').then(({ engine }) => console.log(engine), (e) => console.log(e.message))";
+  const said = async (CHART_TRACE_ENGINE) => {
+    const env = { ...process.env, CHART_TRACE_ENGINE };
+    return (await node(['-e', statement], { cwd: root, env })).stdout.trim();
+  };
+  assert.equal(await said('native'), 'native');
+  // WebAssembly need not have been built.
+  assert.match(await said('wasm'), /^wasm$|^chart-trace cannot load its module: tried\n {2}wasm: /);
+  assert.equal(await said('other'), "CHART_TRACE_ENGINE must be native or wasm, but is 'other'.");
 });
 
 test('require gives the very same things by the same names', () => {

@@ -6,6 +6,7 @@ import { tracePixels } from '../../lib/tracing/tracing.js';
 import { withoutNeedless } from '../../lib/tracing/kinds.js';
 import { facing } from '../../lib/tracing/mirror.js';
 import { splitResult } from '../../lib/tracing/modes.js';
+import { canvas, paint } from './support/drawing.js';
 import { randomNumbers } from './support/random.js';
 
 /** @typedef {import('../../lib/axes/axes.js').Pair} Pair */
@@ -112,6 +113,8 @@ test('a stride thins a curve', () => {
     );
     assert.ok(Math.abs(pixels.length - all.length / stride) <= 2, `${pixels.length}`);
   }
+  const coded = traceChart(points, { kind: 'curve', clusterFraction: 0.054 });
+  assert.deepEqual(coded.pixels, traceChart(points, { kind: 'curve', stride: 8 }).pixels);
 });
 
 test('of markers on a curve it is told how many are markers', () => {
@@ -174,6 +177,7 @@ test('a mirrored point set is in raster order, and the mirror of the mirror is w
       const below = mirrored.y[i] - mirrored.y[i - 1];
       assert.ok(below > 0 || (below === 0 && mirrored.x[i] > mirrored.x[i - 1]), direction);
     }
+    assert.ok(![...mirrored.x, ...mirrored.y].some((value) => Object.is(value, -0)));
     assert.deepEqual(facing(mirrored, direction), points);
   }
   assert.equal(facing(points, 'up'), points);
@@ -256,6 +260,9 @@ test('a gap inside a bar of a histogram is noted', () => {
   assert.deepEqual(notes, [
     'no pixels between x = 4 and 8: neighbouring bars of one height come out as one',
   ]);
+  const apart = traceChart(filled([0, 5, 4, 9], [8, 3, 12, 9]), { kind: 'histogram' });
+  assert.deepEqual(apart.notes, []);
+  assert.equal(apart.bins?.length, 2);
 });
 
 /**
@@ -350,6 +357,22 @@ test('a polyline keeps nothing but its corners and ends', () => {
   assert.deepEqual(withoutNeedless([]), []);
 });
 
+test('of a step line the core is traced where it has one in every column, else its edges too', () => {
+  const selected = (/** @type {(x: number, y: number) => number} */ coverage, kind = 'steps') => {
+    const drawing = canvas(60, 40);
+    paint(drawing, '#d62728', (x, y) => (x >= 5 && x < 55 ? coverage(x, y) : 0));
+    return traceChart(drawing, /** @type {any} */ ({ kind, colour: '#d62728' })).selected;
+  };
+  const soft = (/** @type {number} */ x, /** @type {number} */ y) =>
+    y === 20 || y === 21 ? 1 : y === 19 || y === 22 ? 0.65 : 0;
+  assert.equal(selected(soft), 50 * 2);
+  assert.equal(selected(soft, 'curve'), 50 * 4);
+  // In two columns of fifty there are but edges.
+  const thin = (/** @type {number} */ x, /** @type {number} */ y) =>
+    y === 20 ? (x < 53 ? 1 : 0.65) : y === 19 ? 0.65 : 0;
+  assert.equal(selected(thin), 50 * 2);
+});
+
 test('a step line with a gap gives no NaN, and a note', () => {
   const { x, y } = line([0, 30], [20, 30], [20, 10], [40, 10], [40, 20]);
   const keep = [...x.keys()].filter((i) => x[i] < 27 || x[i] > 30);
@@ -442,6 +465,13 @@ test('wrong arguments are refused before any work', () => {
   /** @type {[any, any, RegExp, string?][]} */
   const bad = [
     [points, undefined, /the options to be an object/],
+    [{ x: [1, -Infinity], y: [1, 1] }, { kind: 'curve' }, /x\[1\] of the points to be a finite/],
+    [
+      points,
+      { kind: 'scatter', grouping: 'clusters', clusterFraction: 1.01 },
+      /clusterFraction to be a number above 0, at most 1/,
+    ],
+    [{ x: [], y: [] }, { kind: 'curve', pixelStep: 0 }, /pixelStep to be a number above 0/],
     [points, {}, /kind to be one of .*scatter.*, but received undefined/],
     [points, { kind: 'pie' }, /kind to be one of .* 'pie'/],
     [points, { mode: 'pie' }, /one of the modes .* 'pie'/],
@@ -477,6 +507,20 @@ test('wrong arguments are refused before any work', () => {
   ];
   for (const [given, options, message, code = 'ERR_ARGUMENT'] of bad)
     assert.throws(() => traceChart(given, options), { name: 'ChartTraceError', code, message });
+});
+
+test('of pixels alone the mode and the numbers are checked too', () => {
+  const none = { x: [], y: [] };
+  const refused = (/** @type {any} */ options, mode = 'curves-fission') =>
+    assert.throws(() => tracePixels(none, mode, options), { code: 'ERR_ARGUMENT' });
+  for (const number of [NaN, Infinity, '1', null]) {
+    refused({ pixelStep: number });
+    refused({ clusterFraction: number });
+  }
+  refused({ pixelStep: 0 });
+  refused({ pixelStep: -1 });
+  refused({}, 'curves');
+  assert.deepEqual(tracePixels(none, 'curves-fission'), none);
 });
 
 test('what would be too much is a RangeError, at once', () => {
