@@ -139,7 +139,10 @@ const STAGES = [
     name: 'planted',
     title: 'planted bugs: all find their place, and the tests catch a sample, others each day',
     onlyFull: true,
-    commands: () => [[node, 'test/planted_bugs/run.mjs', '--sample']],
+    commands: () => [
+      [node, 'scripts/build.mjs'],
+      [node, 'test/planted_bugs/run.mjs', '--sample'],
+    ],
   },
 ];
 

@@ -272,6 +272,16 @@ export const bugs = {
 
   'indexing/radix_sort.hpp': [
     {
+      name: 'a digit is a bit short',
+      find: '(std::uint64_t{1} << digit_bits) - 1',
+      replace: '(std::uint64_t{1} << (digit_bits - 1)) - 1',
+    },
+    {
+      name: 'equals share one place',
+      find: 'const std::uint32_t next = place + count;',
+      replace: 'const std::uint32_t next = place + (count > 0 ? 1 : 0);',
+    },
+    {
       name: 'differences in the highest bits are not seen',
       find: 'shift < 64 &&',
       replace: 'shift < 53 &&',
@@ -297,6 +307,11 @@ export const bugs = {
   ],
 
   'indexing/pixel_tile.hpp': [
+    {
+      name: 'the upper pair of columns counts once',
+      find: '2 * upper_pairs',
+      replace: 'upper_pairs',
+    },
     {
       name: 'the last row of a tile is not added up',
       find: '0x0001020304050607',
@@ -543,6 +558,21 @@ export const bugs = {
 
   'grouping/check_groups.cpp': [
     {
+      name: 'the upper end lies a quarter of a pixel farther',
+      find: 'static_cast<float>(extremes.max)',
+      replace: 'static_cast<float>(extremes.max + 0.25)',
+    },
+    {
+      name: 'the lower end is the upper one',
+      find: 'static_cast<float>(extremes.min)',
+      replace: 'static_cast<float>(extremes.max)',
+    },
+    {
+      name: 'the step is half of it',
+      find: 'extent_of(b), pixel_step)',
+      replace: 'extent_of(b), pixel_step / 2)',
+    },
+    {
       name: 'the first and the last x of a run are taken for its ends',
       find: 'chart_trace::extremes_of(x)',
       replace: 'chart_trace::Extremes{x.front(), x.back()}',
@@ -666,6 +696,11 @@ export const bugs = {
   ],
 
   'indexing/raster_runs.hpp': [
+    {
+      name: 'runs that were taken are taken again',
+      find: 'if (!is_left_[run]) return;',
+      replace: '',
+    },
     {
       name: 'the only run left stops a search that it is exempt from',
       find: 'first_is_exempt && left_ == 1',
@@ -855,6 +890,21 @@ export const bugs = {
 
   'grouping/fission_algm.cpp': [
     {
+      name: 'columns are filled as rows are',
+      find: 'Pixel_flood(*std::move(turned)), y_points, x_points)',
+      replace: 'Pixel_flood(*std::move(turned)), x_points, y_points)',
+    },
+    {
+      name: 'a picture is filled whatever the step',
+      find: 'if (!Pixel_flood::reaches_eight(side * 0.5)) return {};',
+      replace: '',
+    },
+    {
+      name: 'y is copied from x',
+      find: 'y_points[k] = free.taken()[k].y;',
+      replace: 'y_points[k] = free.taken()[k].x;',
+    },
+    {
       name: 'a box of two and a half steps',
       find: 'pixel_step * 3.0',
       replace: 'pixel_step * 2.5',
@@ -900,6 +950,17 @@ export const bugs = {
   ],
 
   'indexing/bits.hpp': [
+    {
+      name: 'half of the bits are counted',
+      find: '0x0101010101010101U >> 56',
+      replace: '0x0101010101010101U >> 57',
+    },
+    {
+      name: 'the lowest bit is the one above it',
+      find: 'return __builtin_ctzll(word);',
+      replace:
+        'return (word & (word - 1)) != 0 ? __builtin_ctzll(word & (word - 1)) : __builtin_ctzll(word);',
+    },
     {
       name: 'only every other bit is counted',
       find: 'word -= word >> 1 & 0x5555555555555555U;',
@@ -1065,6 +1126,11 @@ export const bugs = {
 
   'grouping/group_by_method.cpp': [
     {
+      name: 'x and y are exchanged',
+      find: '{std::move(grouping).x_list(), std::move(grouping).y_list()}',
+      replace: '{std::move(grouping).y_list(), std::move(grouping).x_list()}',
+    },
+    {
       name: 'every method that begins with fission is fission',
       find: 'method == "fission"',
       replace: 'method.compare(0, 7, "fission") == 0',
@@ -1116,6 +1182,11 @@ export const bugs = {
 
   'primitives/group_list.hpp': [
     {
+      name: 'the first group begins with the second value',
+      find: '(k == 0 ? 0 :',
+      replace: '(k == 0 ? 1 :',
+    },
+    {
       name: 'every group but the first begins a value late',
       find: 'ends_[k - 1])',
       replace: 'ends_[k - 1] + 1)',
@@ -1123,6 +1194,11 @@ export const bugs = {
   ],
 
   'indexing/range.hpp': [
+    {
+      name: 'every fourth value is left out',
+      find: '    d.include(values[i + 3]);\n',
+      replace: '',
+    },
     {
       name: 'the last few values do not count to a range',
       find: '  for (; i < values.size(); ++i) a.include(values[i]);\n',
@@ -1136,6 +1212,11 @@ export const bugs = {
   ],
 
   'indexing/point_writer.hpp': [
+    {
+      name: 'points below each other stand side by side',
+      find: '      rows_[at] = row + k;',
+      replace: '      rows_[at] = row;',
+    },
     {
       name: 'a long stretch is written over and over from its first column',
       find: 'k += block, offset += block)',
@@ -1577,6 +1658,101 @@ export const bugs = {
       name: 'the histogram is given a width of 1',
       find: 'const Histogram_algm traced(std::move(in.x), std::move(in.y), in.pixel_step);',
       replace: 'const Histogram_algm traced(std::move(in.x), std::move(in.y), 1.0);',
+    },
+  ],
+
+  'primitives/group_list.cpp': [
+    {
+      name: 'the last group is left out',
+      find: 'k < size(); ++k',
+      replace: 'k + 1 < size(); ++k',
+    },
+    {
+      name: 'groups end before their last value',
+      find: 'std::vector<double>(group.begin(), group.end())',
+      replace:
+        'std::vector<double>(group.begin(), group.size() == 0 ? group.end() : group.end() - 1)',
+    },
+  ],
+
+  't.cpp': [
+    {
+      name: 'a count is rounded down',
+      find: 'const double rounded_up = std::ceil(count);\n  if',
+      replace: 'const double rounded_up = std::floor(count);\n  if',
+    },
+    {
+      name: 'typed arrays that are too short are read past their end',
+      find: 'rounded_up <= static_cast<double>(std::min(x.length, y.length))',
+      replace: 'rounded_up <= static_cast<double>(std::max(x.length, y.length))',
+    },
+    {
+      name: 'bytes have a sign',
+      find: 'numbers = converted<std::uint8_t>(array.data, count);',
+      replace: 'numbers = converted<std::int8_t>(array.data, count);',
+    },
+    {
+      name: 'floats are taken for integers',
+      find: 'numbers = converted<float>(array.data, count);',
+      replace: 'numbers = converted<std::int32_t>(array.data, count);',
+    },
+    {
+      name: 'y is read before x',
+      find: 'succeeded(env, napi_get_element(env, x_values, i, &x_element)) &&\n                    succeeded(env, napi_get_element(env, y_values, i, &y_element))',
+      replace:
+        'succeeded(env, napi_get_element(env, y_values, i, &y_element)) &&\n                    succeeded(env, napi_get_element(env, x_values, i, &x_element))',
+    },
+    {
+      name: 'in a stretch x is checked before y is fetched',
+      find: 'const a = x[i];',
+      replace: "const a = x[i]; if (typeof a !== 'number') return i;",
+    },
+    {
+      name: 'in a stretch texts are taken for numbers',
+      find: "typeof b !== 'number'",
+      replace: "typeof b === 'undefined'",
+    },
+    {
+      name: 'a getter that calls trace() writes over its caller',
+      find: 'return is_usable_ && !is_busy_;',
+      replace: 'return is_usable_;',
+    },
+    {
+      name: 'a getter finds the loop as its caller',
+      find: '"\'use strict\';"\n',
+      replace: '',
+    },
+    {
+      name: 'a stretch is a number too long',
+      find: 'x_, x_ + count)',
+      replace: 'x_, x_ + count + 1)',
+    },
+    {
+      name: 'the second stretch begins one too late',
+      find: 'first = last;',
+      replace: 'first = last + 1;',
+    },
+    {
+      name: 'what the computation throws reaches the host',
+      find: '} catch (const std::exception& failure) {\n  Napi::RangeError',
+      replace: '} catch (const std::invalid_argument& failure) {\n  Napi::RangeError',
+    },
+    {
+      name: 'the mode is read before the step',
+      find: 'read_number(env, info[3], pixel_step) &&\n                    read_text(env, info[4], mode)',
+      replace:
+        'read_text(env, info[4], mode) &&\n                    read_number(env, info[3], pixel_step)',
+    },
+    {
+      name: 'y comes before x',
+      find: 'std::vector<double> result = traced.x_autotrace_func();\n  const std::vector<double> y_result = traced.y_autotrace_func();',
+      replace:
+        'std::vector<double> result = traced.y_autotrace_func();\n  const std::vector<double> y_result = traced.x_autotrace_func();',
+    },
+    {
+      name: 'the module has another name',
+      find: '"cpp_code", nullptr',
+      replace: '"cpp-code", nullptr',
     },
   ],
 };

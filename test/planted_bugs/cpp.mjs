@@ -1,0 +1,142 @@
+// Plants bugs in a copy of the core and runs the C++ tests on it. The copy is built at -O1, file by
+// file as bugs come and go.
+//
+// A bug first meets the suite that caught the one before it, which as a rule stands in the same file;
+// then the tests of single classes, then those that drive every path, then the property tests.
+
+import { spawnSync } from 'node:child_process';
+import { availableParallelism } from 'node:os';
+import { join } from 'node:path';
+import { copyTo, plant, scratch, stop } from './copy.mjs';
+
+/** @typedef {import('./copy.mjs').Bug} Bug */
+/** @typedef {{title: string, filter: string, seconds: number}} Stage */
+
+const tree = join(scratch, 'tree');
+const binaries = join(scratch, 'cmake');
+const COPIED = [
+  'CMakeLists.txt',
+  'cmake',
+  'dispatch',
+  'extractors',
+  'fuzz',
+  'grouping',
+  'indexing',
+  'primitives',
+  'test/CMakeLists.txt',
+  'test/cpp',
+  'test/oracle',
+];
+
+const PATH_TESTS = '*_paths.*';
+const PROPERTY_TESTS = '*_property.*:Metamorphic.*';
+/** @type {Stage[]} */
+const STAGES = [
+  { title: 'class tests', filter: `-${PATH_TESTS}:${PROPERTY_TESTS}`, seconds: 30 },
+  { title: 'path tests', filter: PATH_TESTS, seconds: 60 },
+  { title: 'property tests', filter: PROPERTY_TESTS, seconds: 300 },
+];
+const MEMORY_IN_KIB = 4 * 1024 * 1024;
+
+/**
+ * @param {string} program
+ * @param {...string} args
+ */
+function run(program, ...args) {
+  const { status, stdout, stderr, error } = spawnSync(program, args, { encoding: 'utf8' });
+  if (error) stop(`Could not run ${program}: ${error.message}`);
+  return { ok: status === 0, output: `${stdout}${stderr}` };
+}
+
+function configure() {
+  const { ok, output } = run(
+    ...['cmake', '-S', tree, '-B', binaries, '-G', 'Ninja', '-DCHART_TRACE_TESTS=ON'],
+    // A build type of no meaning, so that none of the usual flags come on top of these.
+    ...['-DCMAKE_BUILD_TYPE=Planted', '-DCMAKE_CXX_FLAGS=-O1'],
+    // Nobody asks CTest here: listing the tests after each link would be wasted.
+    '-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST',
+  );
+  if (!ok) stop(`The copy could not be configured:\n${output}`);
+}
+
+const build = () => run('cmake', '--build', binaries, '--parallel', String(availableParallelism()));
+
+/**
+ * Runs one stage of the tests on what is built now.
+ * @param {Stage} stage
+ * @returns {string | undefined} How it failed, or nothing.
+ */
+function failureOf({ filter, seconds }) {
+  const limited = `ulimit -v ${MEMORY_IN_KIB} 2>/dev/null; exec "$@"`;
+  const tests = join(binaries, 'test/chart_trace_tests');
+  const { status, signal, stdout, error } = spawnSync(
+    'sh',
+    [
+      '-c',
+      limited,
+      'sh',
+      tests,
+      '--gtest_brief=1',
+      '--gtest_fail_fast',
+      `--gtest_filter=${filter}`,
+    ],
+    { encoding: 'utf8', timeout: seconds * 1000, killSignal: 'SIGKILL', maxBuffer: 1 << 28 },
+  );
+  if (status === 0) return undefined;
+  if (/** @type {NodeJS.ErrnoException} */ (error)?.code === 'ETIMEDOUT') return 'ran too long';
+  const failed = /^\[ {2}FAILED {2}\] ([^ ,\n]+)/m.exec(stdout ?? '')?.[1];
+  return failed ?? `crashed (${signal ?? `exit code ${status}`})`;
+}
+
+/**
+ * The stage of the one suite that a test belongs to.
+ * @param {string} test
+ * @returns {Stage[]} None when there was no test, but a crash.
+ */
+function suiteOf(test) {
+  const suite = /^(\w+)\.\w+$/.exec(test)?.[1];
+  return suite ? [{ title: 'the suite before', filter: `${suite}.*`, seconds: 300 }] : [];
+}
+
+/**
+ * What catches bugs must pass without any.
+ * @param {Stage} stage
+ */
+function demandThatItPasses(stage) {
+  const { ok, output } = build();
+  if (!ok) stop(`The copy could not be built:\n${output}`);
+  const failure = failureOf(stage);
+  if (failure) stop(`The ${stage.title} fail without any bug: ${failure}`);
+}
+
+/** Makes the copy and demands that the tests pass without any bug. */
+export function prepare() {
+  copyTo(tree, COPIED);
+  configure();
+  STAGES.forEach(demandThatItPasses);
+}
+
+/** @type {Stage[]} */
+let suiteBefore = [];
+
+/**
+ * Plants a bug, builds, tests and heals.
+ * @param {Bug} bug
+ * @returns {{isCaught: boolean, how: string}}
+ */
+export function judge(bug) {
+  const heal = plant(tree, bug);
+  try {
+    const { ok, output } = build();
+    if (!ok) return { isCaught: false, how: `does not compile:\n${output}` };
+    for (const stage of [...suiteBefore, ...STAGES]) {
+      const failure = failureOf(stage);
+      if (!failure) continue;
+      suiteBefore = suiteOf(failure);
+      return { isCaught: true, how: failure };
+    }
+    return { isCaught: false, how: 'survived' };
+  } finally {
+    heal();
+  }
+}
