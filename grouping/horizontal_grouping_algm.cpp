@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
+#include <utility>
 
+#include "indexing/column_runs.hpp"
 #include "indexing/raster_runs.hpp"
 #include "indexing/runs.hpp"
 #include "indexing/unordered_runs.hpp"
@@ -30,9 +33,7 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
   horizontal_groups();
   const Run_pairs runs{x_runs.data(), y_runs.data(), static_cast<Run>(x_runs.size()),
                        this->pixel_step, row_tolerance};
-  std::vector<std::uint32_t> ends = Touching_runs::in_raster_order(runs)
-                                        ? take_groups(Raster_runs(runs))
-                                        : take_groups(Unordered_runs(runs));
+  std::vector<std::uint32_t> ends = take_all_groups(runs);
   gather_points();
   x_groups = {std::move(x_group), ends};
   y_groups = {std::move(y_group), std::move(ends)};
@@ -50,6 +51,14 @@ void Horizontal_grouping_algm::horizontal_groups() {
                               y_runs.push_back(y_points[first]);
                               run_ends_.push_back(static_cast<chart_trace::Run>(last));
                             });
+}
+
+std::vector<std::uint32_t> Horizontal_grouping_algm::take_all_groups(
+    const chart_trace::Run_pairs& runs) {
+  using namespace chart_trace;
+  if (Touching_runs::in_raster_order(runs)) return take_groups(Raster_runs(runs));
+  if (auto columns = Column_runs::of(runs)) return take_groups(*std::move(columns));
+  return take_groups(Unordered_runs(runs));
 }
 
 // Returns where the points of each group end when all points stand in the order of joining.

@@ -31,6 +31,7 @@ class Horizontal_grouping_algm {
 
  private:
   void horizontal_groups();
+  std::vector<std::uint32_t> take_all_groups(const chart_trace::Run_pairs& runs);
   template <typename Run_list>
   std::vector<std::uint32_t> take_groups(Run_list runs);
   template <typename Run_list>

@@ -12,9 +12,9 @@ namespace chart_trace {
 // enough. Each level holds the largest of every eight values of the level below, or more: when a
 // value is taken out, the levels above are left as they are until a search comes to the end of the
 // eight in vain. No value may be NaN; negative infinity stands for no value.
-// Cost: linear to build, one store to take a value out, O(log n) for a search. Each value taken out
-// lets one search, on each level, come to the end of eight in vain, and no more: they are corrected
-// there.
+// Cost: linear to build, one store to take a value out or lower it, O(log n) for a search. Each
+// such value lets one search, on each level, come to the end of eight in vain, and no more: they
+// are corrected there.
 template <typename Value>
 class Max_tree {
  public:
@@ -57,8 +57,11 @@ class Max_tree {
     }
   }
 
+  // Replaces value i by one that is no larger.
+  void lower(std::size_t i, Value value) { levels_.front()[i] = value; }
+
   // Takes value i out of the list.
-  void remove(std::size_t i) { levels_.front()[i] = none; }
+  void remove(std::size_t i) { lower(i, none); }
 
  private:
   static constexpr std::size_t fan_out = 8;

@@ -1,66 +1,55 @@
 #include "indexing/unordered_runs.hpp"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace chart_trace {
 namespace {
 
-// So few runs are gone through one by one.
+// So few runs are gone through one by one, at the front of the list and before a stop.
 constexpr Run few = 16;
 
-// The rows, for a search of the first one far enough below: NaN never is.
-std::vector<double> numbers_of(const double* rows, std::size_t count) {
-  std::vector<double> numbers(rows, rows + count);
-  for (double& number : numbers) {
-    if (std::isnan(number)) number = -std::numeric_limits<double>::infinity();
-  }
-  return numbers;
-}
+// Going through lower parts of the list pays up to about so many steps a run, all searches
+// together: shuffled pixels need 0.1 to 12.
+constexpr std::size_t most_steps = 14;
 
 }  // namespace
 
-Unordered_runs::Unordered_runs(const Run_pairs& pairs)
-    : pairs_(pairs),
-      is_left_(pairs.count, 1),
-      left_(pairs.count),
-      rows_(numbers_of(pairs.rows, pairs.count)),
-      map_(Run_map::of(pairs)) {
-  if (!map_) near_.emplace(pairs);
-}
-
-// The number of runs when none is left.
-Run Unordered_runs::first_left() {
-  while (first_left_ < pairs_.count && !is_left_[first_left_]) ++first_left_;
-  return first_left_;
-}
-
 Run Unordered_runs::take_first() {
-  const Run first = first_left();
+  const Run first = left_.first();
   take(first);
   return first;
 }
 
 bool Unordered_runs::take_touching(Run reference, bool first_is_exempt, std::vector<Run>& taken) {
-  const Run first = first_left();
+  const Run first = left_.first();
   if (first == pairs_.count) return false;
-  const Run stop = first_below(reference, first_is_exempt ? first + 1 : first);
-  take_between(first, stop, reference, taken);
-  return stop != pairs_.count;
+  if (!lower_ || lower_->walked() <= most_steps * pairs_.count) {
+    return take_walking(first, reference, first_is_exempt, taken);
+  }
+  const Runs_left::Stop stop = left_.stop_of(reference, first_is_exempt ? first + 1 : first);
+  take_between(first, stop.place, reference, taken);
+  return stop.stops;
 }
 
-// The first run left, from `from` on, that lies more than the tolerance below the reference. What
-// did not stop the search before, for a reference that lies no lower, does not stop this one: it
-// begins where that one stopped. The one run that search was exempt from was the first of the list
-// and still is, or it has been taken.
-Run Unordered_runs::first_below(Run reference, Run from) {
-  const double row = pairs_.rows[reference];
-  if (row >= last_row_) from = std::max(from, last_stop_);
-  last_row_ = row;
-  last_stop_ = static_cast<Run>(
-      rows_.first_from(from, [=](double other) { return other - row > pairs_.row_tolerance; }));
-  return last_stop_;
+bool Unordered_runs::take_walking(Run first, Run reference, bool first_is_exempt,
+                                  std::vector<Run>& taken) {
+  // Takes a run if it touches; returns whether it stops the search.
+  const auto look_at = [&](Run run) {
+    if (!left_.is_left(run)) return false;
+    if (pairs_.is_below(reference, run) && !(first_is_exempt && run == first)) return true;
+    if (pairs_.touch(reference, run)) {
+      take(run);
+      taken.push_back(run);
+    }
+    return false;
+  };
+  const Run far = first + std::min(few, pairs_.count - first);
+  for (Run run = first; run < far; ++run) {
+    if (look_at(run)) return true;
+  }
+  if (far == pairs_.count) return false;
+  if (!lower_) lower_.emplace(pairs_);
+  return lower_->visit_until(reference, far, look_at);
 }
 
 void Unordered_runs::take_between(Run first, Run last, Run reference, std::vector<Run>& taken) {
@@ -73,7 +62,7 @@ void Unordered_runs::take_between(Run first, Run last, Run reference, std::vecto
     return;
   }
   for (Run run = first; run < last; ++run) {
-    if (!is_left_[run] || !pairs_.touch(reference, run)) continue;
+    if (!left_.is_left(run) || !pairs_.touch(reference, run)) continue;
     take(run);
     taken.push_back(run);
   }
@@ -81,6 +70,7 @@ void Unordered_runs::take_between(Run first, Run last, Run reference, std::vecto
 
 // Sets found_ to the runs left that touch the reference, unless these are too many.
 bool Unordered_runs::find_between(Run first, Run last, Run reference) {
+  if (!map_ && !near_) make_index();
   found_.clear();
   if (!map_) return near_->find(reference, first, last, found_);
   map_->for_each_touching(reference, [&](Run run) {
@@ -89,13 +79,24 @@ bool Unordered_runs::find_between(Run first, Run last, Run reference) {
   return true;
 }
 
+void Unordered_runs::make_index() {
+  map_ = Run_map::of(pairs_);
+  if (!map_) near_.emplace(pairs_);
+  for (Run run = 0; run < pairs_.count; ++run) {
+    if (left_.is_left(run)) continue;
+    if (map_) {
+      map_->remove(run);
+    } else {
+      near_->remove(run);
+    }
+  }
+}
+
 void Unordered_runs::take(Run run) {
-  is_left_[run] = 0;
-  --left_;
-  rows_.remove(run);
+  left_.take(run);
   if (map_) {
     map_->remove(run);
-  } else {
+  } else if (near_) {
     near_->remove(run);
   }
 }

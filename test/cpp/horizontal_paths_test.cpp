@@ -1,5 +1,7 @@
-// Horizontal grouping goes three ways: runs in raster order, runs that have a place on a map of
-// pixels, and all others. Here each is taken on purpose and held against the oracle.
+// Horizontal grouping goes three ways: runs row by row, runs column by column, and all others.
+// These are walked through as long as searches are short, as in shuffled order; then a map of
+// pixels or, for runs that have no place on it, bands are asked. Here each is taken on purpose and
+// held against the oracle.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,11 +9,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "grouping/horizontal_grouping_algm.hpp"
+#include "indexing/column_runs.hpp"
 #include "indexing/raster_runs.hpp"
 #include "indexing/run_map.hpp"
 #include "indexing/runs.hpp"
@@ -21,6 +25,7 @@
 namespace chart_trace_test {
 namespace {
 
+using chart_trace::Column_runs;
 using chart_trace::Raster_runs;
 using chart_trace::Run;
 using chart_trace::Run_extent;
@@ -114,6 +119,11 @@ bool in_raster_order(const Points& points) {
   return Touching_runs::in_raster_order(runs.pairs());
 }
 
+bool in_column_order(const Points& points) {
+  const Runs runs(points);
+  return Column_runs::of(runs.pairs()).has_value();
+}
+
 bool has_a_map(const Points& points) {
   const Runs runs(points);
   return Run_map::of(runs.pairs()).has_value();
@@ -131,12 +141,49 @@ TEST(Horizontal_paths, pictures_in_raster_order_go_the_raster_way_whatever_their
   EXPECT_TRUE(in_raster_order(points));
 }
 
-TEST(Horizontal_paths, all_other_orders_of_pixels_go_by_the_map) {
-  for (const Order order : {Order::columns, Order::shuffled, Order::right_to_left}) {
+TEST(Horizontal_paths, pictures_by_columns_go_their_own_way) {
+  for (const int longest : {3, 100}) {
+    Random random(2);
+    const Points points = picture(random, 100, 4, longest, Order::columns);
+    EXPECT_FALSE(in_raster_order(points));
+    EXPECT_TRUE(in_column_order(points));
+  }
+}
+
+TEST(Horizontal_paths, all_other_orders_of_pixels_can_go_by_the_map) {
+  for (const Order order : {Order::shuffled, Order::right_to_left, Order::bottom_up}) {
     Random random(2);
     const Points points = picture(random, 30, 30, 3, order);
     EXPECT_FALSE(in_raster_order(points));
+    EXPECT_FALSE(in_column_order(points));
     EXPECT_TRUE(has_a_map(points));
+  }
+}
+
+TEST(Horizontal_paths, what_is_no_picture_by_columns_is_told) {
+  const auto by_columns = [](const Doubles& x, const Doubles& y, double step) {
+    return in_column_order({x, y, step});
+  };
+  EXPECT_TRUE(by_columns({0, 0, 2, 2, 3}, {1, 3, 0, 5, 4}, 1));
+  EXPECT_TRUE(by_columns({0, 0, 1, 2, 2}, {1, 3, 3, 3, 4}, 1)) << "a run from column 0 to 2";
+  EXPECT_FALSE(by_columns({0, 0, 1, 2, 1}, {1, 3, 3, 3, 4}, 1)) << "under the middle of a run";
+  EXPECT_FALSE(by_columns({0, 0, 1, 2, 2}, {1, 3, 3, 3, 2}, 1)) << "above the end of a run";
+  EXPECT_FALSE(by_columns({0, 1, 2, 1}, {3, 3, 3, 4}, 1)) << "a column back";
+  EXPECT_FALSE(by_columns({0, 0}, {3, 3}, 1)) << "the same pixel twice";
+  EXPECT_FALSE(by_columns({0, 0}, {3, 2}, 1)) << "upwards";
+  EXPECT_FALSE(by_columns({0, 0}, {1, 3}, 2));
+  EXPECT_FALSE(by_columns({0.5, 1}, {1, 3}, 1));
+  EXPECT_FALSE(by_columns({0, 0}, {1, 3.5}, 1));
+  EXPECT_TRUE(by_columns({two_24 - 1, two_24}, {-two_24, two_24}, 1));
+  EXPECT_FALSE(by_columns({two_24, two_24 + 2}, {0, 5}, 1));
+  EXPECT_FALSE(by_columns({-two_24 - 2, 0}, {0, 5}, 1));
+  EXPECT_FALSE(by_columns({0, 0}, {0, two_24 + 1}, 1));
+  // Runs whose ends are whole numbers only in single precision.
+  EXPECT_FALSE(by_columns({two_24 + 1, 0}, {0, 0}, 1));
+  for (const double special : {nan_value, infinity, -infinity}) {
+    EXPECT_FALSE(by_columns({0, special}, {0, 0}, 1)) << special;
+    EXPECT_FALSE(by_columns({0, 0}, {special, 0}, 1)) << special;
+    EXPECT_FALSE(by_columns({0, 0}, {0, 1}, special)) << special;
   }
 }
 
@@ -204,10 +251,12 @@ TEST(Horizontal_paths, the_same_pictures_shifted_and_scaled_equal_the_oracle) {
     double origin, pitch, step;
   };
   const std::vector<Axis> axes = {
-      {0, 0.1, 0.1}, {0.3, 0.7, 0.7},   {0, 1, 2},           {0, 1, 0.25},        {0, 1, 7.5},
-      {-20, 2, 2},   {0, 0.4, 1},       {two_24 - 20, 1, 1}, {-two_24 - 9, 1, 1}, {1e15, 0.25, 1},
-      {9e15, 1, 1},  {0, 1e300, 1e300}, {0, 1e37, 1e37},     {0, 1e-320, 1e-320}, {0, 1, 1e9},
-      {0, 1, -1},    {0, 1, 0},         {0, 1, nan_value},   {0, 1, infinity},    {0, 1, 1e308}};
+      {0, 0.1, 0.1},       {0.3, 0.7, 0.7},     {0, 1, 2},       {0, 1, 0.25},
+      {0, 1, 7.5},         {-20, 2, 2},         {0, 0.4, 1},     {two_24 - 20, 1, 1},
+      {-two_24 - 9, 1, 1}, {two_24 - 39, 1, 1}, {-two_24, 1, 1}, {1e15, 0.25, 1},
+      {9e15, 1, 1},        {0, 1e300, 1e300},   {0, 1e37, 1e37}, {0, 1e-320, 1e-320},
+      {0, 1, 1e9},         {0, 1, -1},          {0, 1, 0},       {0, 1, nan_value},
+      {0, 1, infinity},    {0, 1, 1e308}};
   for (const Axis& axis : axes) {
     for (const Order order : all_orders) {
       for (std::uint64_t seed = 0; seed < 8; ++seed) {
@@ -271,6 +320,58 @@ TEST(Horizontal_paths, points_anywhere_equal_the_oracle) {
   }
 }
 
+// Sizes around those from which a search looks beyond the first runs of the list, and from which
+// there are lower parts to go through.
+TEST(Horizontal_paths, pictures_of_every_size_in_every_order_equal_the_oracle) {
+  for (const Order order : all_orders) {
+    for (const std::size_t size : {15U, 16U, 17U, 18U, 33U, 255U, 256U, 257U, 511U, 700U, 1025U}) {
+      for (const int width : {3, 30, 300}) {
+        Random random(size + static_cast<std::size_t>(width));
+        Points points = picture(random, width, 4 * 1100 / width + 4, 2, order);
+        ASSERT_GE(points.x.size(), size);
+        points.x.resize(size);
+        points.y.resize(size);
+        ASSERT_TRUE(equals_the_oracle(points)) << size << " pixels, width " << width;
+      }
+    }
+  }
+}
+
+// Line charts, by columns: long runs where the line is flat, and between them pixels under pixels.
+TEST(Horizontal_paths, lines_by_columns_equal_the_oracle) {
+  for (std::uint64_t seed = 0; seed < 200; ++seed) {
+    Random random(seed);
+    std::vector<std::pair<int, int>> pixels;
+    const int lines = static_cast<int>(random.between(1, 3));
+    for (int line = 0; line < lines; ++line) {
+      int y = static_cast<int>(random.between(0, 12));
+      for (int x = 0; x < 120; ++x) {
+        const int next = y + (random.one_in(4) ? static_cast<int>(random.between(-4, 4)) : 0);
+        for (int k = std::min(y, next); k <= std::max(y, next); ++k) pixels.emplace_back(x, k);
+        y = next;
+        if (random.one_in(20)) x += static_cast<int>(random.between(1, 3));
+      }
+    }
+    std::sort(pixels.begin(), pixels.end());
+    pixels.erase(std::unique(pixels.begin(), pixels.end()), pixels.end());
+    Points points;
+    for (const auto& [x, y] : pixels) points.add(x, y);
+    ASSERT_TRUE(in_column_order(points));
+    ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+  }
+}
+
+TEST(Horizontal_paths, zeros_below_zero_in_columns_equal_the_oracle) {
+  for (std::uint64_t seed = 0; seed < 20; ++seed) {
+    Random random(seed);
+    Points points = picture(random, 12, 8, 3, Order::columns);
+    for (double& x : points.x) x = x == 5 ? -0.0 : x - 5;
+    for (double& y : points.y) y = y == 3 && random.one_in(2) ? -0.0 : y - 3;
+    ASSERT_TRUE(in_column_order(points));
+    ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+  }
+}
+
 // A search that stops just before, at and behind the place from which the index is asked.
 TEST(Horizontal_paths, stops_at_every_distance_equal_the_oracle) {
   for (int apart = 0; apart <= 40; ++apart) {
@@ -309,7 +410,8 @@ TEST(Horizontal_paths, runs_that_touch_on_their_own_row_equal_the_oracle) {
   }
 }
 
-// --- The raster way is the other way made quick --------------------------------------------------
+// --- The ways for rows and columns are the general one made quick
+// ---------------------------------
 
 template <typename Run_list>
 std::vector<Run> in_order_of_joining(Run_list runs) {
@@ -334,6 +436,20 @@ TEST(Horizontal_paths, runs_in_raster_order_are_taken_alike_on_both_ways) {
     ASSERT_TRUE(in_raster_order(points) && has_a_map(points));
     EXPECT_EQ(in_order_of_joining(Raster_runs(runs.pairs())),
               in_order_of_joining(Unordered_runs(runs.pairs())));
+  }
+}
+
+TEST(Horizontal_paths, runs_by_columns_are_taken_alike_on_both_ways) {
+  for (const int height : {4, 300}) {
+    for (std::uint64_t seed = 0; seed < 10; ++seed) {
+      Random random(seed);
+      const Points points = picture(random, 90000 / height, height, 12, Order::columns);
+      const Runs runs(points);
+      std::optional<Column_runs> by_columns = Column_runs::of(runs.pairs());
+      ASSERT_TRUE(by_columns && has_a_map(points));
+      EXPECT_EQ(in_order_of_joining(*std::move(by_columns)),
+                in_order_of_joining(Unordered_runs(runs.pairs())));
+    }
   }
 }
 

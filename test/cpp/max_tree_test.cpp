@@ -25,6 +25,23 @@ TEST(Max_tree, an_empty_tree_finds_nothing) {
   EXPECT_EQ(tree.first_from(0, [](double) { return true; }), 0U);
 }
 
+TEST(Max_tree, finds_what_a_walk_finds_while_values_fall) {
+  for (const std::size_t size : std::vector<std::size_t>{1, 8, 9, 65, 513}) {
+    Random random(size);
+    std::vector<double> values(size, 20);
+    Max_tree<double> tree(values);
+    for (int round = 0; round < 500; ++round) {
+      const auto fallen = static_cast<std::size_t>(random.below(size));
+      values[fallen] -= static_cast<double>(random.below(5));
+      tree.lower(fallen, values[fallen]);
+      const auto from = static_cast<std::size_t>(random.below(size));
+      const auto bound = static_cast<double>(random.between(0, 21));
+      ASSERT_EQ(tree.first_from(from, [=](double value) { return value > bound; }),
+                first_above(values, from, bound));
+    }
+  }
+}
+
 TEST(Max_tree, finds_what_a_walk_finds_while_values_are_taken_out) {
   for (const std::size_t size : std::vector<std::size_t>{1, 7, 8, 9, 63, 64, 65, 511, 512, 513}) {
     Random random(size);

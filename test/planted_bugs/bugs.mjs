@@ -715,29 +715,39 @@ export const bugs = {
 
   'indexing/unordered_runs.cpp': [
     {
-      name: 'the first run left is held against the end of every search',
+      name: 'the first run left is held against the end of every search by index',
       find: 'first_is_exempt ? first + 1 : first',
       replace: 'first',
     },
     {
-      name: 'the first run left is held against the end of no search',
+      name: 'the first run left is held against the end of no search by index',
       find: 'first_is_exempt ? first + 1 : first',
       replace: 'first + 1',
     },
     {
-      name: 'the exempt run is not looked at',
-      find: 'take_between(first, stop, reference, taken);',
-      replace: 'take_between(first_is_exempt ? first + 1 : first, stop, reference, taken);',
+      name: 'the first run left is held against the end of every walk',
+      find: ' && !(first_is_exempt && run == first)',
+      replace: '',
     },
     {
-      name: 'a reference that lies higher searches from where the last one stopped',
-      find: 'row >= last_row_',
-      replace: 'true',
+      name: 'the first run left is held against the end of no walk',
+      find: '!(first_is_exempt && run == first)',
+      replace: 'run != first',
     },
     {
-      name: 'a run far above ends the search',
-      find: 'other - row > pairs_.row_tolerance',
-      replace: 'std::fabs(other - row) > pairs_.row_tolerance',
+      name: 'the exempt run is not looked at by index',
+      find: 'take_between(first, stop.place, reference, taken);',
+      replace: 'take_between(first_is_exempt ? first + 1 : first, stop.place, reference, taken);',
+    },
+    {
+      name: 'a walk does not go beyond the first runs',
+      find: '  return lower_->visit_until(reference, far, look_at);',
+      replace: '  return false;',
+    },
+    {
+      name: 'what was taken while walking is found by the index',
+      find: 'if (left_.is_left(run)) continue;',
+      replace: 'if (run >= 0) continue;',
     },
     {
       name: 'runs join in the order of their rows',
@@ -749,10 +759,13 @@ export const bugs = {
       find: 'first <= run && run < last',
       replace: 'first <= run',
     },
+  ],
+
+  'indexing/runs_left.cpp': [
     {
-      name: 'a NaN row is the lowest of all',
-      find: 'number = -std::numeric_limits<double>::infinity();',
-      replace: 'number = std::numeric_limits<double>::infinity();',
+      name: 'a reference that lies higher searches from where the last one stopped',
+      find: '  if (!(row >= last_row_)) last_stop_ = 0;\n',
+      replace: '',
     },
     {
       name: 'a stop exactly one and a half steps below',
@@ -763,6 +776,126 @@ export const bugs = {
       name: 'the stop is compared with a rounded bound',
       find: 'other - row > pairs_.row_tolerance',
       replace: 'other > row + pairs_.row_tolerance',
+    },
+    {
+      name: 'a run that was taken stops the search',
+      find: 'is_left_[found.last - 1]',
+      replace: 'found.last > 0',
+    },
+    {
+      name: 'a run before the place asked for stops the search',
+      find: 'found.last <= from',
+      replace: 'found.last == 0',
+    },
+    {
+      name: 'a descent goes on whatever its rows do',
+      find: 'run == 0 || !(row >= pairs_.rows[run - 1])',
+      replace: 'run == 0',
+    },
+    {
+      name: 'a descent of which nothing is left keeps its row',
+      find: 'last > begin ? pairs_.rows[last - 1] : -std::numeric_limits<double>::infinity();',
+      replace: 'pairs_.rows[last > 0 ? last - 1 : 0];',
+    },
+  ],
+
+  'indexing/column_runs.cpp': [
+    {
+      name: 'any step will do for columns',
+      find: '  if (pairs.step != 1.0) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'columns may hold fractional rows',
+      find: ' || !is_whole(pairs.rows[k])',
+      replace: '',
+    },
+    {
+      name: 'columns may lie between whole numbers',
+      find: '!is_whole(extent.min) || !is_whole(extent.max) || ',
+      replace: '',
+    },
+    {
+      name: 'the runs of a column may come in any order',
+      find: ' && pairs.rows[k - 1] < pairs.rows[k]',
+      replace: '',
+    },
+    {
+      name: 'a run that goes up to the left is not seen',
+      find: 'extents[run].max == column && rows[run] < rows[reference] - 1.0',
+      replace: 'extents[run].max == column && rows[run] < rows[reference]',
+    },
+    {
+      name: 'a run that goes up to the right is not seen',
+      find: 'extents[run].min <= column && rows[run] < rows[reference] - 1.0',
+      replace: 'extents[run].min <= column && rows[run] < rows[reference]',
+    },
+    {
+      name: 'the run above is not seen',
+      find: '  if (reference > 0 && touch(reference - 1)) visit(reference - 1);\n',
+      replace: '',
+    },
+    {
+      name: 'the run below is not seen',
+      find: '  if (reference + 1 < pairs_.count && touch(reference + 1)) visit(reference + 1);\n',
+      replace: '',
+    },
+    {
+      name: 'only one run of the column behind is seen',
+      find: 'for (Run k = first_behind_[reference]; k < pairs_.count && touch(k); ++k) visit(k);',
+      replace:
+        'if (const Run k = first_behind_[reference]; k < pairs_.count && touch(k)) visit(k);',
+    },
+    {
+      name: 'a search down a column takes what lies far above',
+      find: 'if (pairs_.touch(reference, first)) take(first);',
+      replace: 'take(first);',
+    },
+    {
+      name: 'the first run left stops the search of a column though it is exempt',
+      find: 'first_is_exempt ? first + 1 : first',
+      replace: 'first',
+    },
+    {
+      name: 'runs behind the stop of a column join',
+      find: 'run < stop.place && left_.is_left(run)',
+      replace: 'left_.is_left(run)',
+    },
+    {
+      name: 'runs of a column join twice',
+      find: 'run < stop.place && left_.is_left(run)',
+      replace: 'run < stop.place',
+    },
+  ],
+
+  'indexing/lower_runs.cpp': [
+    {
+      name: 'a part is asked that leaves out the row above the reference',
+      find: 'row - part.top >= pairs_.row_tolerance',
+      replace: 'row >= part.top',
+    },
+    {
+      name: 'parts are asked whatever the step',
+      find: '  if (!(pairs_.row_tolerance >= 0.0)) return nullptr;\n',
+      replace: '',
+    },
+  ],
+
+  'indexing/lower_runs.hpp': [
+    {
+      name: 'runs that meet only with a gap of a step are passed over',
+      find: 'static_cast<double>(gap) < -pairs_.step',
+      replace: 'static_cast<double>(gap) <= -pairs_.step',
+    },
+    {
+      name: 'runs that overlap are passed over',
+      find: 'static_cast<double>(other_gap) < -pairs_.step',
+      replace: 'static_cast<double>(other_gap) < pairs_.step',
+    },
+    {
+      name: 'a search begins one run too late',
+      find: 'items[first].run < from',
+      replace: 'items[first].run <= from',
     },
   ],
 
@@ -873,8 +1006,8 @@ export const bugs = {
     },
     {
       name: 'what is taken out is still found',
-      find: 'levels_.front()[i] = none;',
-      replace: 'static_cast<void>(i);',
+      find: 'levels_.front()[i] = value;',
+      replace: 'static_cast<void>(value + levels_.front()[i]);',
     },
     {
       name: 'the search goes on behind the next node',
