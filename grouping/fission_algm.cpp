@@ -7,9 +7,9 @@
 #include <cstdint>
 
 #include "indexing/box.hpp"
-#include "indexing/free_points.hpp"
 #include "indexing/pixel_flood.hpp"
 #include "indexing/pixel_map.hpp"
+#include "indexing/point_flood.hpp"
 #include "indexing/point_writer.hpp"
 #include "indexing/shuffled_flood.hpp"
 #include "primitives/to_int32.hpp"
@@ -34,7 +34,9 @@ Fission_algm::Fission_algm(std::vector<double> x, std::vector<double> y, double 
   if (chart_trace::count_of(x_points) < 1) return;
   const double side = this->pixel_step * 3.0;
   std::vector<std::uint32_t> ends = flood_picture(side);
-  if (ends.empty()) ends = flood_points(side);
+  if (ends.empty()) {
+    ends = write_groups(chart_trace::Point_flood(x_points, y_points, side), x_points, y_points);
+  }
   x_groups = {std::move(x_points), ends};
   y_groups = {std::move(y_points), std::move(ends)};
 }
@@ -56,23 +58,4 @@ std::vector<std::uint32_t> Fission_algm::flood_picture(double side) {
     return write_groups(*std::move(shuffled), x_points, y_points);
   }
   return {};
-}
-
-std::vector<std::uint32_t> Fission_algm::flood_points(double side) {
-  std::vector<std::uint32_t> ends;
-  chart_trace::Free_points free(x_points, y_points, side * 0.5);
-  for (std::size_t seed = 0; seed < x_points.size(); ++seed) {
-    const std::size_t first = free.taken_count();
-    if (!free.take(seed)) continue;
-    for (std::size_t next = first; next < free.taken_count(); ++next) {
-      const chart_trace::Indexed_point& point = free.taken()[next];
-      free.take(chart_trace::Box::around(point.x, point.y, side));
-    }
-    ends.push_back(static_cast<std::uint32_t>(free.taken_count()));
-  }
-  for (std::size_t k = 0; k < x_points.size(); ++k) {
-    x_points[k] = free.taken()[k].x;
-    y_points[k] = free.taken()[k].y;
-  }
-  return ends;
 }

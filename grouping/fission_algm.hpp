@@ -30,7 +30,6 @@ class Fission_algm {
  private:
   // Put the points into the order of their groups and return where each group ends among them.
   std::vector<std::uint32_t> flood_picture(double side);
-  std::vector<std::uint32_t> flood_points(double side);
 
   std::vector<double> x_points, y_points;      // not yet grouped; empty once built
   chart_trace::Group_list x_groups, y_groups;  // parallel, in the order of their seeds

@@ -22,6 +22,27 @@ testing::AssertionResult equals_oracle(const Pixels& set, double step) {
   return same_groups(got.x_groups_func(), got.y_groups_func(), oracle::fission(set.x, set.y, step));
 }
 
+// Also with x and y exchanged: row by row becomes column by column.
+testing::AssertionResult equals_oracle_both_ways(const Pixels& set, double step) {
+  return all_of({equals_oracle(set, step), equals_oracle({set.y, set.x}, step)});
+}
+
+Pixels shuffled(Pixels set, std::uint64_t seed) {
+  Random random(seed);
+  for (std::size_t i = set.x.size(); i > 1; --i) {
+    const auto other = static_cast<std::size_t>(random.below(i));
+    std::swap(set.x[i - 1], set.x[other]);
+    std::swap(set.y[i - 1], set.y[other]);
+  }
+  return set;
+}
+
+Pixels moved(Pixels set, double right, double down) {
+  for (double& x : set.x) x += right;
+  for (double& y : set.y) y += down;
+  return set;
+}
+
 Pixels cloud(std::uint64_t seed, std::size_t count, double side) {
   Random random(seed);
   Pixels set;
@@ -49,9 +70,61 @@ TEST(Fission_paths, crowded_cells_equal_the_oracle) {
   }
 }
 
+// Crowds that do not fall apart into halves of equal numbers, or that are wide in one direction
+// only.
+TEST(Fission_paths, lopsided_crowds_equal_the_oracle) {
+  Pixels rising, one_row, two_spots, at_infinity;
+  for (int i = 0; i < 700; ++i) {
+    const double power = std::ldexp(1.0, -i % 350);
+    rising.x.push_back(3.0 * power);
+    rising.y.push_back(i < 350 ? power : 1.0);
+    one_row.x.push_back((i * 37 % 700) / 100.0);
+    one_row.y.push_back(2.0);
+    two_spots.x.push_back(i % 2 == 0 ? 1e-13 * i : 1.5 + 1e-13 * i);
+    two_spots.y.push_back(i % 3 == 0 ? 0.0 : 1e-300);
+    at_infinity.x.push_back((i * 37 % 700) / 100.0);
+    at_infinity.y.push_back(i % 5 == 0 ? 0.5 : infinity);
+  }
+  for (const double step : {0.0, 1e-13, 0.01, 1.0, 4.0}) {
+    for (const Pixels& set : {rising, one_row, two_spots, at_infinity}) {
+      EXPECT_TRUE(equals_oracle_both_ways(set, step)) << step;
+    }
+  }
+}
+
+// Points that lie in the same parts of their cells, as many cells apart as marks cannot tell, or
+// one more or less; their cells now and then share a hash.
+TEST(Fission_paths, points_at_the_same_place_of_far_cells_equal_the_oracle) {
+  for (const double cells : {1.0, 63.0, 64.0, 65.0, 4096.0}) {
+    Pixels set = cloud(14, 40, 1.0);
+    for (std::size_t i = 0; i < 1000; ++i) {
+      set.x.push_back(set.x[i % 40] + 3.0 * cells * static_cast<double>(i % 31));
+      set.y.push_back(set.y[i % 40] + 3.0 * cells * static_cast<double>(i % 29));
+    }
+    EXPECT_TRUE(equals_oracle_both_ways(set, 1.0)) << cells;
+  }
+}
+
+// A box from edge to edge of its cells, and points on these edges or beside them by one rounding.
+TEST(Fission_paths, points_on_the_edges_of_cells_equal_the_oracle) {
+  for (const double step : {1.0, 0.7, 1.0 / 3.0}) {
+    Pixels set;
+    for (int i = -12; i < 12; ++i) {
+      for (int k = -12; k < 12; ++k) {
+        const double edge = i * 1.5 * step;
+        set.x.push_back(k % 3 == 0 ? edge : std::nextafter(edge, k % 3 == 1 ? 1e9 : -1e9));
+        set.y.push_back(k * 1.5 * step);
+      }
+    }
+    EXPECT_TRUE(equals_oracle_both_ways(set, step)) << step;
+    EXPECT_TRUE(equals_oracle_both_ways(shuffled(set, 15), step)) << step;
+  }
+}
+
 // Around the largest number of points that are compared one by one, and the size of a leaf.
 TEST(Fission_paths, duplicates_in_any_number_equal_the_oracle) {
-  for (const std::size_t count : {15U, 16U, 17U, 63U, 64U, 65U, 66U, 127U, 128U, 129U, 300U}) {
+  for (const std::size_t count :
+       {7U, 8U, 9U, 15U, 16U, 17U, 32U, 33U, 34U, 63U, 64U, 65U, 66U, 127U, 128U, 129U, 300U}) {
     Pixels set = cloud(3, 40, 8.0);
     for (std::size_t i = 0; i < count; ++i) {
       set.x.push_back(set.x[i % 3]);
@@ -70,6 +143,13 @@ TEST(Fission_paths, far_outliers_do_not_change_the_groups_of_the_others) {
     set.x[11] = far;
     set.y[11] = -far;
     EXPECT_TRUE(equals_oracle(set, 1.0)) << far;
+  }
+}
+
+// Where neighbouring doubles are about as far apart as the parts of a cell.
+TEST(Fission_paths, coordinates_that_hardly_tell_parts_of_a_cell_apart_equal_the_oracle) {
+  for (const double base : {1.2e13, 1.4e13, -1.2e13, -1.4e13, 1e14, -1e14}) {
+    EXPECT_TRUE(equals_oracle_both_ways(moved(cloud(16, 500, 30.0), base, -base), 1.0)) << base;
   }
 }
 
@@ -120,17 +200,6 @@ Pixels noise(std::uint64_t seed, int width, int height, std::uint64_t per_mille)
     }
   }
   return set;
-}
-
-Pixels moved(Pixels set, double right, double down) {
-  for (double& x : set.x) x += right;
-  for (double& y : set.y) y += down;
-  return set;
-}
-
-// Row by row, and the same picture column by column with x and y exchanged.
-testing::AssertionResult equals_oracle_both_ways(const Pixels& set, double step) {
-  return all_of({equals_oracle(set, step), equals_oracle({set.y, set.x}, step)});
 }
 
 // Widths around those of the map's words, and of the longest stretch that is looked at as one.
@@ -242,16 +311,6 @@ TEST(Fission_paths, lines_that_close_equal_the_oracle) {
       EXPECT_TRUE(equals_oracle_both_ways(diamond, 1.0)) << width << " by " << height;
     }
   }
-}
-
-Pixels shuffled(Pixels set, std::uint64_t seed) {
-  Random random(seed);
-  for (std::size_t i = set.x.size(); i > 1; --i) {
-    const auto other = static_cast<std::size_t>(random.below(i));
-    std::swap(set.x[i - 1], set.x[other]);
-    std::swap(set.y[i - 1], set.y[other]);
-  }
-  return set;
 }
 
 // Across the words of the map, with one point that is no pixel of it, and with one that comes

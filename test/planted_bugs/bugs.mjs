@@ -1042,43 +1042,102 @@ export const bugs = {
       find: 'pixel_step * 3.0',
       replace: 'pixel_step * 2.5',
     },
-    {
-      name: 'a group ends at the neighbours of its seed',
-      find: 'next < free.taken_count(); ++next',
-      replace: 'next < first + 1; ++next',
-    },
   ],
 
-  'indexing/free_points.cpp': [
+  'indexing/point_flood.cpp': [
     {
-      name: 'far cells left of zero are those right of it',
-      find: 'return cells < 0 ? -cell : cell;',
-      replace: 'return cell;',
-    },
-    {
-      name: 'more points are compared than a word has bits',
-      find: 'bucket.count <= most_compared)',
-      replace: 'bucket.count <= most_compared + 16)',
+      name: 'a group ends at the neighbours of its seed',
+      find: 'sort(begin, end);\n    queued_ += ',
+      replace: 'sort(begin, end);\n    if (head < 3) queued_ += ',
     },
     {
       name: 'points of a box come cell by cell',
-      find: 'return a.index < b.index;',
-      replace: 'return false;',
+      find: 'at > begin && at[-1] > number',
+      replace: 'at > begin && at[-1] < 0',
+    },
+    {
+      name: 'many points of a box come cell by cell',
+      find: 'if (end - begin > 32) return std::sort(begin, end);',
+      replace: 'if (end - begin > 32) return;',
     },
     {
       name: 'the cells on the right of a box are left out',
-      find: 'column <= last_column',
-      replace: 'column < last_column',
+      find: 'const std::size_t last = cell + length;',
+      replace: 'const std::size_t last = cell + 1;',
     },
     {
-      name: 'a seed is taken twice',
-      find: 'if (is_taken_[point->index] != 0) continue;',
+      name: 'a box ends with a row of cells',
+      find: '} while (column <= right);',
+      replace: '} while (false);',
+    },
+    {
+      name: 'the cells on the lower edge of a box are left out',
+      find: 'row <= high; ++row',
+      replace: 'row < high; ++row',
+    },
+    {
+      name: 'a seed that was taken meanwhile starts a group',
+      find: '} while (!points_.free.is_free(seed));',
+      replace: '} while (false);',
+    },
+    {
+      name: 'the places of a crowd are those from before it was formed',
+      find: 'place_of_[point.index] = place;',
       replace: '',
     },
     {
-      name: 'the right edge of a box is outside',
-      find: '_mm_cmpge_pd(upper, point)',
-      replace: '_mm_cmpgt_pd(upper, point)',
+      name: 'the marks of a crowd are those from before it was formed',
+      find: 'points_.marks[place] = parts_.mark_of(point.x, point.y);',
+      replace: '',
+    },
+  ],
+
+  'indexing/cell_parts.hpp': [
+    {
+      name: 'far cells left of zero are those right of it',
+      find: 'return parts < 0 ? zero - part : zero + part;',
+      replace: 'return zero + part;',
+    },
+    {
+      name: 'a point in the last part of a window is outside',
+      find: 'return {least(right - left), least(high - low)};',
+      replace: 'return {least(right - left - (right > left)), least(high - low)};',
+    },
+    {
+      name: 'only eight points are looked at',
+      find: 'for (std::uint32_t k = 8; k < count; k += 8)',
+      replace: 'for (std::uint32_t k = 8; k < count; k += 64)',
+    },
+    {
+      name: 'the marks of four points are asked twice',
+      find: 'are_near(marks + 4)',
+      replace: 'are_near(marks)',
+    },
+  ],
+
+  'indexing/free_places.hpp': [
+    {
+      name: 'the places of the second word are not free',
+      find: 'word[0] >> shift | word[1] << 1 << (word_bits - 1 - shift)',
+      replace: 'word[0] >> shift',
+    },
+    {
+      name: 'places of the second word stay free',
+      find: 'word[1] &= ~(bits >> 1 >> (word_bits - 1 - shift));',
+      replace: '',
+    },
+  ],
+
+  'indexing/loose_points.hpp': [
+    {
+      name: 'what may lie in the box does',
+      find: 'if (!window.box.contains(point.x, point.y)) continue;',
+      replace: '',
+    },
+    {
+      name: 'points that are taken stay free',
+      find: 'if (taken != 0) free.take(begin, taken);',
+      replace: 'if (taken != 0) free.take(begin, taken & (taken - 1));',
     },
   ],
 
@@ -1246,14 +1305,19 @@ export const bugs = {
       replace: 'a.left < b.right',
     },
     {
-      name: 'a crowd half in a box is taken whole',
-      find: ' && outer.contains(inner.right, inner.high)',
-      replace: '',
+      name: 'what is left of a crowd after a box lies in its second half',
+      find: '    node.bounds = nodes_[node.halves].bounds;\n',
+      replace: '    node.bounds = nothing;\n',
     },
     {
-      name: 'a leaf loses the first point that is left in it',
-      find: '    here.end = left;\n',
-      replace: '    here.end = left;\n    if (here.begin < left) ++here.begin;\n',
+      name: 'the points left in a leaf lie no further than its first sixty-four',
+      find: 'place < node.end; place += leaf_size',
+      replace: 'place < node.begin + 1; place += leaf_size',
+    },
+    {
+      name: 'points at the middle of a crowd are in neither half',
+      find: 'add_node(points, static_cast<std::uint32_t>(middle - points), node.end);',
+      replace: 'add_node(points, static_cast<std::uint32_t>(middle - points) + 1, node.end);',
     },
   ],
 
