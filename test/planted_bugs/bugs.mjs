@@ -1033,11 +1033,6 @@ export const bugs = {
       replace: '',
     },
     {
-      name: 'y is copied from x',
-      find: 'y_points[k] = free.taken()[k].y;',
-      replace: 'y_points[k] = free.taken()[k].x;',
-    },
-    {
       name: 'a box of two and a half steps',
       find: 'pixel_step * 3.0',
       replace: 'pixel_step * 2.5',
@@ -1045,6 +1040,11 @@ export const bugs = {
   ],
 
   'indexing/point_flood.cpp': [
+    {
+      name: 'y is copied from x',
+      find: 'group.add(point.x, point.y);',
+      replace: 'group.add(point.x, point.x);',
+    },
     {
       name: 'a group ends at the neighbours of its seed',
       find: 'sort(begin, end);\n    queued_ += ',
