@@ -4,7 +4,7 @@ import assert from 'node:assert/strict';
 import { describe, test } from 'node:test';
 import { makeMessages, wordsOf } from '../../command/messages.js';
 import { line, makeProgress } from '../../command/progress.js';
-import { hasColours, wrap } from '../../command/terminal.js';
+import { canRewrite, columnsOf, hasColours, wrap } from '../../command/terminal.js';
 import { didYouMean } from '../../command/usage.js';
 
 /** A stream that remembers. */
@@ -22,9 +22,23 @@ test('colours are for terminals, unless NO_COLOR or a dumb terminal says otherwi
   assert.equal(hasColours({}, {}), false);
 });
 
+test('a line is written over on a terminal that can do it, and nowhere else', () => {
+  assert.equal(canRewrite({ isTTY: true }, {}), true);
+  assert.equal(canRewrite({ isTTY: true }, { TERM: 'dumb' }), false);
+  assert.equal(canRewrite({}, {}), false);
+});
+
+test('a terminal that does not say how wide it is, or is hardly there, has 80 columns', () => {
+  assert.equal(columnsOf({}), 80);
+  assert.equal(columnsOf({ columns: 0 }), 80);
+  assert.equal(columnsOf({ columns: 20 }), 80);
+  assert.equal(columnsOf({ columns: 21 }), 21);
+});
+
 test('text is broken between words; a word that is too long stands alone', () => {
   assert.equal(wrap('one two three', 7), 'one two\nthree');
   assert.equal(wrap('one two three', 9, '  '), '  one two\n  three');
+  assert.equal(wrap('one two three', 8, '  '), '  one\n  two\n  three');
   assert.equal(wrap('a wordthatistoolong b', 5), 'a\nwordthatistoolong\nb');
   assert.equal(wrap('', 5), '');
 });
@@ -92,6 +106,7 @@ describe('the progress', () => {
       ` ${'█'.repeat(15)}${'░'.repeat(15)}  5 of 10 images, 4 s left`,
     );
     assert.equal(line(0, 10, 0, 80), ` ${'░'.repeat(30)}  0 of 10 images`);
+    assert.doesNotMatch(line(1, 10, 20_000, 80), /left/, 'the first image takes longer');
     assert.match(line(2, 102, 20_000, 80), /17 min left$/);
     assert.match(line(2, 1002, 20_000, 80), /2 h 47 min left$/);
   });

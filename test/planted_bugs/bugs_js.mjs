@@ -14,6 +14,7 @@ export const testsOf = {
   'command/messages.js': ['test/js/command_terminal.test.js', ...COMMAND],
   'command/progress.js': ['test/js/command_terminal.test.js'],
   'command/terminal.js': ['test/js/command_terminal.test.js'],
+  'command/usage.js': ['test/js/command_terminal.test.js', ...COMMAND],
   'lib/axes/axes.js': ['test/js/axes.test.js'],
   'lib/axes/dates.js': ['test/js/dates.test.js', 'test/js/axes.test.js'],
   'lib/axes/planes.js': ['test/js/axes.test.js'],
@@ -152,6 +153,11 @@ export const bugs = {
       replace: '(elapsed / done) * total',
     },
     {
+      name: 'time is told after one image',
+      find: 'done > 1 && elapsed > 1000',
+      replace: 'done > 0 && elapsed > 1000',
+    },
+    {
       name: 'a line too long for the terminal',
       find: 'count.slice(0, columns - 1)',
       replace: 'count',
@@ -171,10 +177,44 @@ export const bugs = {
       replace: '!environment',
     },
     {
+      name: 'a dumb terminal has its line written over',
+      find: "stream.isTTY === true && environment.TERM !== 'dumb';\n\n/**\n * @param {Stream} stream\n * @returns",
+      replace: 'stream.isTTY === true;\n\n/**\n * @param {Stream} stream\n * @returns',
+    },
+    {
+      name: 'a terminal of no width',
+      find: 'columns && columns > 20',
+      replace: 'columns !== undefined',
+    },
+    {
+      name: 'lines are one character too long',
+      find: 'indent.length + longer.length > width',
+      replace: 'longer.length > width',
+    },
+    {
       name: 'a word is lost where a line is broken',
       find: 'lines.push(word);',
       replace: "lines.push('');",
     },
+  ],
+
+  'command/usage.js': [
+    {
+      name: 'the beginning of a word is not known',
+      find: 'if (longer) return',
+      replace: 'if (!longer) return',
+    },
+    {
+      name: 'whatever is typed, something is meant',
+      find: 'const isNear = nearest && nearest.edits <=',
+      replace: 'const isNear = nearest || nearest <=',
+    },
+    {
+      name: 'two letters that are swapped are two edits',
+      find: 'edits[i - 2][j - 2] + 1',
+      replace: 'edits[i - 2][j - 2] + 2',
+    },
+    { name: 'inserting is free', find: 'edits[i][j - 1] + 1);', replace: 'edits[i][j - 1]);' },
   ],
 
   'lib/axes/axes.js': [
