@@ -21,9 +21,6 @@ class Crowd {
   // NaN.
   Crowd(Indexed_point* points, std::uint32_t begin, std::uint32_t end);
 
-  std::uint32_t begin() const { return nodes_.front().begin; }
-  std::uint32_t end() const { return nodes_.front().end; }
-
   // Takes the free points of the crowd in the window, and writes them to `out`, in any order;
   // returns the end of them.
   Taken_place* take(Loose_points& points, const Window& window, Taken_place* out) {

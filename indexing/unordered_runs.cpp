@@ -83,22 +83,18 @@ void Unordered_runs::make_index() {
   map_ = Run_map::of(pairs_);
   if (!map_) near_.emplace(pairs_);
   for (Run run = 0; run < pairs_.count; ++run) {
-    if (left_.is_left(run)) continue;
-    if (map_) {
-      map_->remove(run);
-    } else {
-      near_->remove(run);
-    }
+    if (!left_.is_left(run)) remove_from_index(run);
   }
+}
+
+void Unordered_runs::remove_from_index(Run run) {
+  if (map_) map_->remove(run);
+  if (near_) near_->remove(run);
 }
 
 void Unordered_runs::take(Run run) {
   left_.take(run);
-  if (map_) {
-    map_->remove(run);
-  } else if (near_) {
-    near_->remove(run);
-  }
+  remove_from_index(run);
 }
 
 }  // namespace chart_trace

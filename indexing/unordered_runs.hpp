@@ -41,6 +41,7 @@ class Unordered_runs {
   void take_between(Run first, Run last, Run reference, std::vector<Run>& taken);
   bool find_between(Run first, Run last, Run reference);
   void make_index();
+  void remove_from_index(Run run);
   void take(Run run);
 
   Run_pairs pairs_;

@@ -746,8 +746,8 @@ export const bugs = {
     },
     {
       name: 'what was taken while walking is found by the index',
-      find: 'if (left_.is_left(run)) continue;',
-      replace: 'if (run >= 0) continue;',
+      find: 'if (!left_.is_left(run)) remove_from_index(run);',
+      replace: '',
     },
     {
       name: 'runs join in the order of their rows',
