@@ -5,9 +5,9 @@
 // then the tests of single classes, then those that drive every path, then the property tests.
 
 import { spawnSync } from 'node:child_process';
-import { availableParallelism } from 'node:os';
 import { join } from 'node:path';
-import { copyTo, plant, scratch, stop } from './copy.mjs';
+import { buildSound, configure, judgeBuilt } from './cmake.mjs';
+import { copyTo, scratch, stop } from './copy.mjs';
 
 /** @typedef {import('./copy.mjs').Bug} Bug */
 /** @typedef {{title: string, filter: string, seconds: number}} Stage */
@@ -37,29 +37,6 @@ const STAGES = [
   { title: 'property tests', filter: PROPERTY_TESTS, seconds: 300 },
 ];
 const MEMORY_IN_KIB = 4 * 1024 * 1024;
-
-/**
- * @param {string} program
- * @param {...string} args
- */
-function run(program, ...args) {
-  const { status, stdout, stderr, error } = spawnSync(program, args, { encoding: 'utf8' });
-  if (error) stop(`Could not run ${program}: ${error.message}`);
-  return { ok: status === 0, output: `${stdout}${stderr}` };
-}
-
-function configure() {
-  const { ok, output } = run(
-    ...['cmake', '-S', tree, '-B', binaries, '-G', 'Ninja', '-DCHART_TRACE_TESTS=ON'],
-    // A build type of no meaning, so that none of the usual flags come on top of these.
-    ...['-DCMAKE_BUILD_TYPE=Planted', '-DCMAKE_CXX_FLAGS=-O1'],
-    // Nobody asks CTest here: listing the tests after each link would be wasted.
-    '-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST',
-  );
-  if (!ok) stop(`The copy could not be configured:\n${output}`);
-}
-
-const build = () => run('cmake', '--build', binaries, '--parallel', String(availableParallelism()));
 
 /**
  * Runs one stage of the tests on what is built now.
@@ -103,8 +80,6 @@ function suiteOf(test) {
  * @param {Stage} stage
  */
 function demandThatItPasses(stage) {
-  const { ok, output } = build();
-  if (!ok) stop(`The copy could not be built:\n${output}`);
   const failure = failureOf(stage);
   if (failure) stop(`The ${stage.title} fail without any bug: ${failure}`);
 }
@@ -112,31 +87,29 @@ function demandThatItPasses(stage) {
 /** Makes the copy and demands that the tests pass without any bug. */
 export function prepare() {
   copyTo(tree, COPIED);
-  configure();
+  // Nobody asks CTest here: listing the tests after each link would be wasted.
+  const settings = [
+    '-DCHART_TRACE_TESTS=ON',
+    '-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST',
+  ];
+  configure(tree, binaries, ...settings);
+  buildSound(binaries);
   STAGES.forEach(demandThatItPasses);
 }
 
 /** @type {Stage[]} */
 let suiteBefore = [];
 
-/**
- * Plants a bug, builds, tests and heals.
- * @param {Bug} bug
- * @returns {{isCaught: boolean, how: string}}
- */
-export function judge(bug) {
-  const heal = plant(tree, bug);
-  try {
-    const { ok, output } = build();
-    if (!ok) return { isCaught: false, how: `does not compile:\n${output}` };
-    for (const stage of [...suiteBefore, ...STAGES]) {
-      const failure = failureOf(stage);
-      if (!failure) continue;
-      suiteBefore = suiteOf(failure);
-      return { isCaught: true, how: failure };
-    }
-    return { isCaught: false, how: 'survived' };
-  } finally {
-    heal();
+/** @returns {string | undefined} How the first stage that fails does so, or nothing. */
+function failureOfAny() {
+  for (const stage of [...suiteBefore, ...STAGES]) {
+    const failure = failureOf(stage);
+    if (!failure) continue;
+    suiteBefore = suiteOf(failure);
+    return failure;
   }
+  return undefined;
 }
+
+/** @param {Bug} bug */
+export const judge = (bug) => judgeBuilt(tree, binaries, bug, failureOfAny);

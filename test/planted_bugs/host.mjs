@@ -1,10 +1,10 @@
 // Plants bugs in a copy of the extension module, builds it and runs the tests of the host boundary.
 
 import { spawnSync } from 'node:child_process';
-import { availableParallelism } from 'node:os';
 import { join } from 'node:path';
 import process from 'node:process';
-import { copyTo, plant, root, scratch, stop } from './copy.mjs';
+import { buildSound, configure, judgeBuilt } from './cmake.mjs';
+import { copyTo, root, scratch, stop } from './copy.mjs';
 
 /** @typedef {import('./copy.mjs').Bug} Bug */
 
@@ -31,18 +31,6 @@ const TESTS = [
 ];
 const SECONDS = 300;
 
-/**
- * @param {string} program
- * @param {...string} args
- */
-function run(program, ...args) {
-  const { status, stdout, stderr, error } = spawnSync(program, args, { encoding: 'utf8' });
-  if (error) stop(`Could not run ${program}: ${error.message}`);
-  return { ok: status === 0, output: `${stdout}${stderr}` };
-}
-
-const build = () => run('cmake', '--build', binaries, '--parallel', String(availableParallelism()));
-
 /** @returns {string | undefined} How the tests failed, or nothing. */
 function failure() {
   for (const file of TESTS) {
@@ -64,31 +52,12 @@ function failure() {
 /** Makes the copy and demands that the tests pass without any bug. */
 export function prepare() {
   copyTo(tree, COPIED);
-  const configured = run(
-    ...['cmake', '-S', tree, '-B', binaries, '-G', 'Ninja', '-DCHART_TRACE_ADDON=ON'],
-    ...['-DCMAKE_BUILD_TYPE=Planted', '-DCMAKE_CXX_FLAGS=-O1'],
-    `-DCHART_TRACE_ADDON_DIR=${binaries}`,
-  );
-  if (!configured.ok) stop(`The copy could not be configured:\n${configured.output}`);
-  const built = build();
-  if (!built.ok) stop(`The copy could not be built:\n${built.output}`);
+  const settings = ['-DCHART_TRACE_ADDON=ON', `-DCHART_TRACE_ADDON_DIR=${binaries}`];
+  configure(tree, binaries, ...settings);
+  buildSound(binaries);
   const failed = failure();
   if (failed) stop(`The tests of the host boundary fail without any bug: ${failed}`);
 }
 
-/**
- * Plants a bug, builds, tests and heals.
- * @param {Bug} bug
- * @returns {{isCaught: boolean, how: string}}
- */
-export function judge(bug) {
-  const heal = plant(tree, bug);
-  try {
-    const { ok, output } = build();
-    if (!ok) return { isCaught: false, how: `does not compile:\n${output}` };
-    const failed = failure();
-    return failed ? { isCaught: true, how: failed } : { isCaught: false, how: 'survived' };
-  } finally {
-    heal();
-  }
-}
+/** @param {Bug} bug */
+export const judge = (bug) => judgeBuilt(tree, binaries, bug, failure);
