@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "indexing/bits.hpp"
@@ -10,6 +11,9 @@
 
 namespace chart_trace {
 namespace {
+
+using Word = Pixel_map::Word;
+constexpr std::uint32_t word_bits = Pixel_map::word_bits;
 
 // Whether a few values, evenly spread, are in rising order: other orders are told by them at once.
 bool seem_sorted(const std::vector<double>& values) {
@@ -28,19 +32,36 @@ bool is_exact(double value) {
   return std::fabs(value) < (1 << 29) && std::floor(value * 1024) == value * 1024;
 }
 
-bool is_negative_zero(double value) { return value == 0.0 && std::signbit(value); }
+std::uint64_t bits_of(double value) {
+  std::uint64_t bits;
+  std::memcpy(&bits, &value, sizeof bits);
+  return bits;
+}
 
-// Of the points of a run, those that lie at zero: a run compares equal across the sign of a zero.
-bool has_negative_zero(const std::vector<double>& columns, const std::vector<double>& rows,
-                       std::size_t first, std::size_t last) {
-  const double column = columns[first];
-  if (column <= 0.0 && column + static_cast<double>(last - first) > 0.0) {
-    const std::size_t at_zero = first + static_cast<std::size_t>(-column);
-    if (is_negative_zero(columns[at_zero])) return true;
+// The bits in which a value differs from the one rebuilt from its steps: some when it lies between
+// two steps or is -0.0.
+std::uint64_t loss_of(double value, double origin, std::int32_t steps) {
+  return bits_of(origin + steps) ^ bits_of(value);
+}
+
+bool lose_nothing(const double* begin, const double* end, double origin) {
+  return std::all_of(begin, end, [&](double value) {
+    return loss_of(value, origin, static_cast<std::int32_t>(value - origin)) == 0;
+  });
+}
+
+inline void paint_run(Word* words, std::uint32_t place, std::size_t length) {
+  constexpr Word full = ~Word{0};
+  Word* word = words + place / word_bits;
+  const std::uint32_t shift = place % word_bits;
+  if (shift + length <= word_bits) {
+    *word |= full >> (word_bits - length) << shift;
+    return;
   }
-  if (rows[first] != 0.0) return false;
-  const double* const row = rows.data();
-  return std::any_of(row + first, row + last, is_negative_zero);
+  *word++ |= full << shift;
+  length -= word_bits - shift;
+  for (; length > word_bits; length -= word_bits) *word++ = full;
+  *word |= full >> (word_bits - length);
 }
 
 }  // namespace
@@ -81,31 +102,47 @@ std::optional<Pixel_map> Pixel_map::of_any_order(const std::vector<double>& colu
   return map;
 }
 
-// Whether the points are a clean picture, which is then on the map. Points of one run are exactly
-// one apart, so only its first is looked at closely; the bounds of the columns hold for all points.
+// Whether the points are a clean picture, which is then on the map. Only the first point of a run
+// is looked at here, with as few questions as possible: there may be as many runs as points. One
+// that is no pixel is painted where it is cut off, and found out at the end.
 bool Pixel_map::paint(const std::vector<double>& columns, const std::vector<double>& rows) {
+  const double* const column = columns.data();
+  const double* const row = rows.data();
   const double left = left_;
   const double top = top_;
   const double bottom = rows.back();
   const std::int64_t stride = stride_;
+  Word* const words = words_.data();
   std::int64_t next = 0;  // the first place behind the last run
+  std::uint64_t lost = 0;
   bool is_clean = true;
   const auto paint_points = [&](std::size_t first, std::size_t last) {
-    const double column = columns[first];
-    const double row = rows[first];
-    is_clean = is_clean && column > left && row > top && row <= bottom;  // neither is NaN
-    if (!is_clean) return;
-    const auto right_of = static_cast<std::int32_t>(column - left);
-    const auto below = static_cast<std::int32_t>(row - top);
+    // The bounds of the columns hold for all points but a NaN.
+    if (!(column[first] > left && row[first] > top && row[first] <= bottom)) {
+      is_clean = false;
+      return;
+    }
+    const auto right_of = static_cast<std::int32_t>(column[first] - left);
+    const auto below = static_cast<std::int32_t>(row[first] - top);
+    lost |= loss_of(column[first], left, right_of) | loss_of(row[first], top, below);
     const std::int64_t place = below * stride + right_of;
-    is_clean = left + right_of == column && top + below == row && place >= next &&
-               !has_negative_zero(columns, rows, first, last);
-    if (!is_clean) return;
+    is_clean &= place >= next;
     next = place + static_cast<std::int64_t>(last - first);
-    paint_run(static_cast<std::uint32_t>(place), last - first);
+    paint_run(words, static_cast<std::uint32_t>(place), last - first);
   };
-  for_each_run(columns.data(), rows.data(), columns.size(), 1.0, paint_points);
-  return is_clean;
+  for_each_run(column, row, columns.size(), 1.0, paint_points);
+  return is_clean && lost == 0 && runs_lose_nothing(columns, rows);
+}
+
+// What the first point of a run does not tell about the others. Their columns are exactly one
+// apart, unless they are left of 0: there x - 1 is the number farther from 0, and may be rounded.
+// Their rows are the same but for the sign of a zero; rows are in rising order by now.
+bool Pixel_map::runs_lose_nothing(const std::vector<double>& columns,
+                                  const std::vector<double>& rows) const {
+  const double* const column = columns.data();
+  if (left_ + 1 < 0.0 && !lose_nothing(column, column + columns.size(), left_)) return false;
+  const auto zeros = std::equal_range(rows.data(), rows.data() + rows.size(), 0.0);
+  return lose_nothing(zeros.first, zeros.second, top_);
 }
 
 // The same for points in any order. Those that have been seen are on the map, so that a pixel that
@@ -117,8 +154,7 @@ bool Pixel_map::paint_each(const std::vector<double>& columns, const std::vector
     if (!(columns[i] > left_ && rows[i] > top_)) return false;  // a NaN
     const auto right_of = static_cast<std::int32_t>(columns[i] - left_);
     const auto below = static_cast<std::int32_t>(rows[i] - top_);
-    if (left_ + right_of != columns[i] || top_ + below != rows[i]) return false;
-    if (is_negative_zero(columns[i]) || is_negative_zero(rows[i])) return false;
+    if ((loss_of(columns[i], left_, right_of) | loss_of(rows[i], top_, below)) != 0) return false;
     const std::uint32_t place =
         static_cast<std::uint32_t>(below) * stride_ + static_cast<std::uint32_t>(right_of);
     if (is_free(place)) return false;
@@ -126,20 +162,6 @@ bool Pixel_map::paint_each(const std::vector<double>& columns, const std::vector
     places.push_back(place);
   }
   return true;
-}
-
-void Pixel_map::paint_run(std::uint32_t place, std::size_t length) {
-  constexpr Word full = ~Word{0};
-  Word* word = &words_[place / word_bits];
-  const std::uint32_t shift = place % word_bits;
-  if (shift + length <= word_bits) {
-    *word |= full >> (word_bits - length) << shift;
-    return;
-  }
-  *word++ |= full << shift;
-  length -= word_bits - shift;
-  for (; length > word_bits; length -= word_bits) *word++ = full;
-  *word |= full >> (word_bits - length);
 }
 
 Pixel_map::Word Pixel_map::around_in_two_words(std::uint32_t place) const {

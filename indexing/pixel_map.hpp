@@ -89,10 +89,10 @@ class Pixel_map {
   static std::optional<Pixel_map> framing(double left, double right, double top, double bottom,
                                           std::uint64_t most_places);
   bool paint(const std::vector<double>& columns, const std::vector<double>& rows);
+  bool runs_lose_nothing(const std::vector<double>& columns, const std::vector<double>& rows) const;
   bool paint_each(const std::vector<double>& columns, const std::vector<double>& rows,
                   std::vector<std::uint32_t>& places);
   Word around_in_two_words(std::uint32_t place) const;
-  void paint_run(std::uint32_t place, std::size_t length);
 
   double left_;           // the column of places 0, stride, ...
   double top_;            // the row of place 0

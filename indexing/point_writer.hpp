@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -23,38 +24,42 @@ class Point_writer {
 
   // `length` points side by side, each one to the right of the one before.
   void add_along(double column, double row, std::size_t length) {
-    add_blocks(length, [&](std::size_t at, double k) {
-      columns_[at] = column + k;
-      rows_[at] = row;
-    });
+    add_blocks(length, column, row, columns_, rows_);
   }
 
   // `length` points one below the other.
   void add_down(double column, double row, std::size_t length) {
-    add_blocks(length, [&](std::size_t at, double k) {
-      columns_[at] = column;
-      rows_[at] = row + k;
-    });
+    add_blocks(length, row, column, rows_, columns_);
   }
 
  private:
   static constexpr std::size_t block = 4;
 
-  // Calls write(place, k) for k from 0 to length - 1. Whole blocks are written, however few are
-  // wanted, while there is room: that is cheaper than a loop whose end cannot be guessed.
-  template <typename Write>
-  void add_blocks(std::size_t length, Write write) {
+  // Writes `length` points, one of whose coordinates counts up from `first` while the other stays.
+  // Whole blocks are written, however few are wanted, while there is room: that is cheaper than a
+  // loop whose end cannot be guessed.
+  void add_blocks(std::size_t length, double first, double still, double* counting,
+                  double* staying) {
+    counting += count_;
+    staying += count_;
     std::size_t k = 0;
-    double offset = 0.0;  // k, which counts faster than it converts
-    for (; k < length && room_ - count_ >= k + block; k += block, offset += block) {
-      const std::size_t place = count_ + k;
-      write(place, offset);
-      write(place + 1, offset + 1.0);
-      write(place + 2, offset + 2.0);
-      write(place + 3, offset + 3.0);
+    for (; k < length && room_ - count_ >= k + block; k += block, first += block) {
+      write(counting + k, {first, first + 1.0, first + 2.0, first + 3.0});
+      write(staying + k, {still, still, still, still});
     }
-    for (; k < length; ++k, offset += 1.0) write(count_ + k, offset);
+    for (; k < length; ++k, first += 1.0) {
+      counting[k] = first;
+      staying[k] = still;
+    }
     count_ += length;
+  }
+
+  // One by one, as the compiler stores two at once only then.
+  static void write(double* place, const std::array<double, block>& values) {
+    place[0] = values[0];
+    place[1] = values[1];
+    place[2] = values[2];
+    place[3] = values[3];
   }
 
   double* columns_;

@@ -362,15 +362,33 @@ TEST(Fission_paths, one_point_that_is_no_pixel_is_seen_anywhere) {
   }
 }
 
-TEST(Fission_paths, negative_zeros_keep_their_sign) {
-  for (const bool all : {false, true}) {
-    Pixels set = moved(noise(11, 30, 20, 900), -10.0, -5.0);
-    for (std::size_t i = 0; i < set.x.size(); ++i) {
-      if (!all && i % 5 != 0) continue;
-      if (set.x[i] == 0.0) set.x[i] = -0.0;
-      if (set.y[i] == 0.0) set.y[i] = -0.0;
+// Left of 0 a pixel and its neighbour less one may be rounded to the same number.
+TEST(Fission_paths, points_a_rounding_beside_a_pixel_keep_their_bits) {
+  const Pixels whole = moved(noise(17, 30, 20, 900), -10.0, -5.0);
+  for (std::size_t i = 0; i < whole.x.size(); i += 7) {
+    for (const double towards : {-infinity, infinity}) {
+      Pixels set = whole;
+      set.x[i] = std::nextafter(set.x[i], towards);
+      EXPECT_TRUE(equals_oracle_both_ways(set, 1.0)) << i;
+      EXPECT_TRUE(equals_oracle_both_ways(moved(set, -30.0, 0.0), 1.0)) << i;
     }
-    EXPECT_TRUE(equals_oracle_both_ways(set, 1.0));
+  }
+}
+
+// In one coordinate at a time, at all points there or some, at the border of the picture or within.
+TEST(Fission_paths, negative_zeros_keep_their_sign) {
+  for (const double by : {0.0, -10.0}) {
+    for (const std::size_t every : {1U, 5U, 25U}) {
+      const Pixels set = moved(noise(11, 30, 20, 900), by, by);
+      Pixels in_x = set;
+      Pixels in_y = set;
+      for (std::size_t i = every / 2; i < set.x.size(); i += every) {
+        if (set.x[i] == 0.0) in_x.x[i] = -0.0;
+        if (set.y[i] == 0.0) in_y.y[i] = -0.0;
+      }
+      EXPECT_TRUE(equals_oracle_both_ways(in_x, 1.0)) << by << " every " << every;
+      EXPECT_TRUE(equals_oracle_both_ways(in_y, 1.0)) << by << " every " << every;
+    }
   }
 }
 

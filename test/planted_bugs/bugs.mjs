@@ -1185,9 +1185,19 @@ export const bugs = {
 
   'indexing/pixel_map.cpp': [
     {
-      name: 'the sign of a zero is lost in a map',
-      find: ' &&\n               !has_negative_zero(columns, rows, first, last)',
-      replace: '',
+      name: 'the sign of a zero at the start of a run is lost in a map',
+      find: 'return bits_of(origin + steps) ^ bits_of(value);',
+      replace: 'return bits_of(origin + steps + 0.0) ^ bits_of(value + 0.0);',
+    },
+    {
+      name: 'the sign of a zero within a run is lost in a map',
+      find: 'lose_nothing(zeros.first, zeros.second, top_)',
+      replace: 'true',
+    },
+    {
+      name: 'points of a run left of 0 are taken to be one apart',
+      find: 'left_ + 1 < 0.0',
+      replace: 'false',
     },
     {
       name: 'a map holds a pixel that comes twice',
@@ -1196,17 +1206,12 @@ export const bugs = {
     },
     {
       name: 'a fraction of a pixel is cut off',
-      find: 'left + right_of == column && ',
-      replace: '',
+      find: 'lost |= loss_of(column[first], left, right_of) | ',
+      replace: 'lost |= ',
     },
     {
       name: 'a fraction of a pixel is cut off in any order',
-      find: 'left_ + right_of != columns[i] || ',
-      replace: '',
-    },
-    {
-      name: 'the sign of a zero is lost in any order',
-      find: '    if (is_negative_zero(columns[i]) || is_negative_zero(rows[i])) return false;\n',
+      find: 'loss_of(columns[i], left_, right_of) | ',
       replace: '',
     },
     {
@@ -1411,12 +1416,12 @@ export const bugs = {
   'indexing/point_writer.hpp': [
     {
       name: 'points below each other stand side by side',
-      find: '      rows_[at] = row + k;',
-      replace: '      rows_[at] = row;',
+      find: 'add_blocks(length, row, column, rows_, columns_);',
+      replace: 'add_blocks(length, row, column, columns_, rows_);',
     },
     {
       name: 'a long stretch is written over and over from its first column',
-      find: 'k += block, offset += block)',
+      find: 'k += block, first += block)',
       replace: 'k += block)',
     },
     {
