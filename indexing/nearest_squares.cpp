@@ -6,15 +6,21 @@
 #include <cstring>
 #include <limits>
 
+#include "indexing/bits.hpp"
+#include "indexing/near_points.hpp"
 #include "indexing/radix_sort.hpp"
+#include "indexing/squared_distance.hpp"
 
 namespace chart_trace {
 namespace {
 
-// Fewer points than this are sorted at once; of more, one in `sample_stride` is looked at first: a
-// prime, so that it is in step with few pictures.
-constexpr std::size_t sampled_from = 2048;
-constexpr std::size_t sample_stride = 61;
+// Fewer points than this are sorted at once; of more, some are looked at first.
+constexpr std::size_t sampled_from = 500;
+// So many squares are sorted faster digit by digit.
+constexpr std::size_t many = 2048;
+
+// One point in so many is looked at: a prime, so that it is in step with few pictures.
+std::size_t sample_stride(std::size_t count) { return count < 16384 ? 13 : 61; }
 
 class Squares {
  public:
@@ -22,9 +28,12 @@ class Squares {
       : x_(x.data()), y_(y.data()), x_origin_(x[0]), y_origin_(y[0]) {}
 
   double operator[](std::size_t i) const {
-    const double dy = y_origin_ - y_[i];
-    const double dx = x_origin_ - x_[i];
-    return dy * dy + dx * dx;
+    return square_between(x_origin_, y_origin_, x_[i], y_[i]);
+  }
+
+  // Bit k for square first + k, of the next `length`, at most 64: whether it is at most `bound`.
+  std::uint64_t up_to(double bound, std::size_t first, std::size_t length) const {
+    return near_points(x_ + first, y_ + first, length, x_origin_, y_origin_, bound);
   }
 
  private:
@@ -40,7 +49,7 @@ double probable_bound(Squares squares, std::size_t count, std::size_t taken) {
   constexpr double everything = std::numeric_limits<double>::infinity();
   if (count < sampled_from) return everything;
   std::vector<double> sample;
-  for (std::size_t i = 1; i < count; i += sample_stride) {
+  for (std::size_t i = 1; i < count; i += sample_stride(count)) {
     if (squares[i] <= everything) sample.push_back(squares[i]);  // no NaN
   }
   const double share =
@@ -54,9 +63,11 @@ double probable_bound(Squares squares, std::size_t count, std::size_t taken) {
 
 std::vector<double> squares_up_to(double bound, Squares squares, std::size_t count) {
   std::vector<double> found;
-  for (std::size_t i = 1; i < count; ++i) {
-    const double square = squares[i];
-    if (square <= bound) found.push_back(square);
+  for (std::size_t first = 1; first < count; first += 64) {
+    std::uint64_t near = squares.up_to(bound, first, std::min<std::size_t>(64, count - first));
+    for (; near != 0; near &= near - 1) {
+      found.push_back(squares[first + static_cast<std::size_t>(lowest_bit(near))]);
+    }
   }
   return found;
 }
@@ -64,7 +75,7 @@ std::vector<double> squares_up_to(double bound, Squares squares, std::size_t cou
 // Few squares are cut to the smallest before they are sorted. Many, which a sample has cut already,
 // are sorted digit by digit: the bits of doubles that are not negative are ordered as they are.
 void sort_smallest(std::vector<double>& squares, std::size_t taken) {
-  if (squares.size() >= sampled_from) {
+  if (squares.size() >= many) {
     radix_sort(squares, [](double square) {
       std::uint64_t bits = 0;
       std::memcpy(&bits, &square, sizeof bits);

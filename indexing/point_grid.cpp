@@ -157,9 +157,10 @@ void Point_grid::take(std::size_t i) {
   if (place_of_[i] != no_place) xs_[place_of_[i]] = nowhere;
 }
 
-Taken_points Point_grid::take_near(std::size_t i, double largest_square) {
-  if (place_of_[i] == no_place) return {};
-  gather(grids_[0], {x_[i], y_[i]}, largest_square);
+std::optional<Taken_points> Point_grid::take_next(double largest_square) {
+  while (next_ < held_.size() && held_[next_] == 0) ++next_;
+  if (next_ == held_.size() || place_of_[next_] == no_place) return std::nullopt;
+  gather(grids_[0], {x_[next_], y_[next_]}, largest_square);
   return sum_gathered();
 }
 

@@ -45,9 +45,10 @@ class Point_grid {
 
   void take(std::size_t i);
 
-  // Takes the points whose squared distance to point i is at most `largest_square`, a finite number
-  // not below 0.
-  Taken_points take_near(std::size_t i, double largest_square);
+  // Takes the points whose squared distance to the first point left in input order is at most
+  // `largest_square`, a finite number not below 0. Nothing when none is left, or when that point is
+  // at no distance of any, itself included.
+  std::optional<Taken_points> take_next(double largest_square);
 
   // Takes the point nearest to `centre`, the first in input order of those at the same distance,
   // which is the rounded one: different squares may have one root. Nothing when none is at a finite
@@ -99,6 +100,7 @@ class Point_grid {
   const std::vector<double>& x_;
   const std::vector<double>& y_;
   std::vector<std::uint8_t> held_;  // by point
+  std::size_t next_ = 0;            // no point before it is held, as far as take_next() knows
   // Points lie in places, in the order of their cells. One that was taken is moved to infinity,
   // where nothing finds it. There are a few more places, at infinity, than points.
   std::vector<double> xs_, ys_;          // by place

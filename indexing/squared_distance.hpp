@@ -11,6 +11,13 @@ namespace chart_trace {
 // rounding keeps that. So the squares decide, as long as it is known which squares have which
 // roots: several neighbouring ones share one rounded root.
 
+// The square of the distance between two points.
+inline double square_between(double x1, double y1, double x2, double y2) {
+  const double dy = y1 - y2;
+  const double dx = x1 - x2;
+  return dy * dy + dx * dx;
+}
+
 // The largest square whose root lies below `radius`, so that a distance lies below `radius` just
 // when its square does not exceed this. Negative when there is none: `radius` is NaN or not above
 // 0. A finite number in every other case, an infinite radius included. The search starts high

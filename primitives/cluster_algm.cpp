@@ -9,6 +9,7 @@
 
 #include "indexing/nearest_squares.hpp"
 #include "indexing/pixel_tiles.hpp"
+#include "indexing/point_boxes.hpp"
 #include "indexing/point_grid.hpp"
 #include "indexing/squared_distance.hpp"
 #include "primitives/to_int32.hpp"
@@ -16,6 +17,7 @@
 
 using chart_trace::count_of;
 using chart_trace::Pixel_tiles;
+using chart_trace::Point_boxes;
 using chart_trace::Point_grid;
 using chart_trace::Taken_points;
 
@@ -44,8 +46,12 @@ double Cluster_algm::cluster_radius(std::int32_t count) const {
 }
 
 // Takes cluster after cluster, each around the first point left, until none is left or a seed takes
-// nothing, and keeps the points that were not taken.
+// nothing. What boxes leave, because of such a seed or because they do not pay, is for the others.
 void Cluster_algm::gather_clusters(double largest_square) {
+  if (auto boxes = Point_boxes::of(x_points, y_points, largest_square)) {
+    while (const auto cluster = boxes->take_next()) add_centroid(*cluster);
+    keep_held(*boxes);
+  }
   if (auto pixels = Pixel_tiles::of(x_points, y_points, largest_square)) {
     while (const auto cluster = pixels->take_next()) add_centroid(*cluster);
     x_points.clear();
@@ -53,22 +59,22 @@ void Cluster_algm::gather_clusters(double largest_square) {
     return;
   }
   Point_grid points(x_points, y_points);
-  std::size_t first = 0;
-  for (; first < x_points.size(); ++first) {
-    if (!points.holds(first)) continue;
-    const Taken_points cluster = points.take_near(first, largest_square);
-    if (cluster.count == 0) break;
-    add_centroid(cluster);
-  }
-  std::size_t left = 0;
-  for (std::size_t i = first; i < x_points.size(); ++i) {
+  while (const auto cluster = points.take_next(largest_square)) add_centroid(*cluster);
+  keep_held(points);
+}
+
+// Keeps the points that have not been taken.
+template <typename Points>
+void Cluster_algm::keep_held(const Points& points) {
+  std::size_t held = 0;
+  for (std::size_t i = 0; i < x_points.size(); ++i) {
     if (!points.holds(i)) continue;
-    x_points[left] = x_points[i];
-    y_points[left] = y_points[i];
-    ++left;
+    x_points[held] = x_points[i];
+    y_points[held] = y_points[i];
+    ++held;
   }
-  x_points.resize(left);
-  y_points.resize(left);
+  x_points.resize(held);
+  y_points.resize(held);
 }
 
 void Cluster_algm::add_centroid(const Taken_points& cluster) {

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "indexing/point_boxes.hpp"
+#include "indexing/squared_distance.hpp"
 #include "primitives/cluster_algm.hpp"
 #include "test/cpp/pixels.hpp"
 #include "test/cpp/property_cases.hpp"
@@ -292,6 +294,85 @@ TEST(Cluster_paths, a_seed_that_is_nowhere_ends_the_clusters) {
       set.y[place] = nowhere;
       EXPECT_TRUE(equals_oracle(set)) << nowhere << " at " << place;
     }
+  }
+}
+
+// --- Lines that have been followed ---------------------------------------------------------------
+
+// A steep wave, one point behind the other.
+Pixels wave(std::size_t count) {
+  Pixels set;
+  for (std::size_t i = 0; i < count; ++i) {
+    set.x.push_back(static_cast<double>(i));
+    set.y.push_back(std::round(400.0 * std::sin(static_cast<double>(i) / 150.0)));
+  }
+  return set;
+}
+
+bool is_taken_by_boxes(const Pixels& set, double fraction) {
+  const auto count = static_cast<std::int32_t>(set.x.size());
+  const double radius = oracle::cluster_radius({set.x, set.y}, count, fraction);
+  const double square = chart_trace::largest_square_below(radius);
+  return chart_trace::Point_boxes::of(set.x, set.y, square).has_value();
+}
+
+// Around whole boxes of 64 points.
+TEST(Cluster_paths, lines_of_any_length_that_were_followed_equal_the_oracle) {
+  for (const std::size_t count : {256U, 257U, 639U, 640U, 641U, 2000U, 4096U}) {
+    const Pixels set = wave(count);
+    ASSERT_TRUE(is_taken_by_boxes(set, 0.6)) << count;
+    EXPECT_TRUE(equals_oracle(set, 0.6)) << count;
+    EXPECT_TRUE(equals_oracle(set)) << count;
+    EXPECT_TRUE(equals_oracle(exchanged(set))) << count << ", exchanged";
+  }
+}
+
+// Sums are rounded here, and so hang on their order.
+TEST(Cluster_paths, lines_of_fractions_that_were_followed_equal_the_oracle) {
+  Pixels set = moved(wave(3000), 0.1, 1e-7);
+  for (double& x : set.x) x *= 0.7;
+  ASSERT_TRUE(is_taken_by_boxes(set, 0.1));
+  EXPECT_TRUE(equals_oracle(set));
+}
+
+TEST(Cluster_paths, a_line_that_comes_back_is_taken_in_input_order) {
+  Pixels set = wave(1500);
+  set = moved(joined({set, moved(set, 0.25, 0.5), set}), 0.1, 0.7);
+  ASSERT_TRUE(is_taken_by_boxes(set, 0.1));
+  EXPECT_TRUE(equals_oracle(set));
+}
+
+// As the first point of a box, which its bounds begin with, and as others; as a seed, which ends
+// the clusters, and as a point that is passed over.
+TEST(Cluster_paths, a_point_that_is_nowhere_on_a_line_equals_the_oracle) {
+  for (const double nowhere : {not_a_number, infinity, -infinity}) {
+    for (const std::size_t place : {0U, 64U, 65U, 1000U, 1999U}) {
+      Pixels set = wave(2000);
+      set.y[place] = nowhere;
+      EXPECT_TRUE(equals_oracle(set, 0.2)) << nowhere << " at " << place;
+      set = exchanged(set);
+      EXPECT_TRUE(equals_oracle(set, 0.2)) << nowhere << " at " << place << ", exchanged";
+    }
+  }
+  Pixels set = wave(2000);
+  set.x[70] = not_a_number;  // in no box that is looked at beforehand
+  ASSERT_TRUE(is_taken_by_boxes(set, 0.2));
+  EXPECT_TRUE(equals_oracle(set, 0.2));
+}
+
+// One box in four, as many as are looked at beforehand, lies along a short line; the other points
+// are far from each other, each a cluster.
+TEST(Cluster_paths, boxes_that_do_not_pay_leave_the_rest_to_others) {
+  for (const double scale : {1.0, 0.7}) {
+    Pixels set;
+    for (int i = 0; i < 2560; ++i) {
+      const bool is_on_line = i / 64 % 4 == 0;
+      set.x.push_back(scale * (is_on_line ? i % 64 + i / 256 : 5000 + i * 7 % 2560 * 1000));
+      set.y.push_back(scale * (is_on_line ? i % 64 * 2 : i));
+    }
+    ASSERT_TRUE(is_taken_by_boxes(set, 0.2)) << scale;
+    ASSERT_TRUE(equals_oracle(set, 0.2)) << scale;
+    EXPECT_GT(Cluster_algm(set.x, set.y, 0.2).arr_x_centroid().size(), 1920U) << scale;
   }
 }
 

@@ -63,9 +63,11 @@ TEST(Nearest_squares, look_at_the_first_points_only) {
   EXPECT_TRUE(same_bits(chart_trace::nearest_squares({0, 3, 1, 2}, {0, 4, 0, 0}, 3, 2), {1, 25}));
 }
 
-// Around the size from which a sample is looked at first, and from which digits are sorted.
+// Around the sizes from which a sample is looked at first, from which it is thinner, and from which
+// digits are sorted.
 TEST(Nearest_squares, of_sets_of_any_size_equal_a_plain_sort) {
-  for (const std::size_t count : {2U, 64U, 1000U, 2047U, 2048U, 2049U, 2050U, 2200U, 6000U}) {
+  for (const std::size_t count : {2U, 64U, 65U, 66U, 499U, 500U, 501U, 1000U, 2047U, 2048U, 2049U,
+                                  2050U, 2200U, 16383U, 16384U}) {
     EXPECT_TRUE(takes_the_nearest(cloud(1, count, 100.0))) << count;
   }
 }
@@ -80,18 +82,22 @@ TEST(Nearest_squares, of_equal_points_equal_a_plain_sort) {
   EXPECT_TRUE(takes_the_nearest({Doubles(5000, 3.0), Doubles(5000, 4.0)}));
 }
 
-// Every 61st point lies much nearer than the others, or much farther: a sample of every 61st sees
-// only those.
+// Some points lie much nearer than the others, or much farther, and a sample sees only those.
 TEST(Nearest_squares, do_not_hang_on_the_sample) {
-  for (std::size_t phase = 0; phase < 61; ++phase) {
-    for (const double factor : {1e-3, 1e3}) {
-      Pixels set = cloud(2, 3000, 1.0);
-      set.x[0] = set.y[0] = 0.0;
-      for (std::size_t i = phase; i < set.x.size(); i += 61) {
-        set.x[i] *= factor;
-        set.y[i] *= factor;
+  struct {
+    std::size_t count, stride;
+  } const samples[] = {{3000, 13}, {17000, 61}};
+  for (const auto& [count, stride] : samples) {
+    for (std::size_t phase = 0; phase < 3; ++phase) {
+      for (const double factor : {1e-3, 1e3}) {
+        Pixels set = cloud(2, count, 1.0);
+        set.x[0] = set.y[0] = 0.0;
+        for (std::size_t i = phase; i < set.x.size(); i += stride) {
+          set.x[i] *= factor;
+          set.y[i] *= factor;
+        }
+        ASSERT_TRUE(takes_the_nearest(set)) << stride << ' ' << phase << ' ' << factor;
       }
-      ASSERT_TRUE(takes_the_nearest(set)) << phase << ' ' << factor;
     }
   }
 }

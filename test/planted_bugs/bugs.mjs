@@ -198,14 +198,14 @@ export const bugs = {
       replace: 'chart_trace::to_int32(std::fmin(std::ceil(length * cluster_fraction), length))',
     },
     {
-      name: 'clusters go on after a seed that takes nothing',
-      find: 'if (cluster.count == 0) break;',
-      replace: 'if (cluster.count == 0) continue;',
+      name: 'the first point left over is lost',
+      find: 'for (std::size_t i = 0; i < x_points.size(); ++i)',
+      replace: 'for (std::size_t i = 1; i < x_points.size(); ++i)',
     },
     {
-      name: 'the points left over are those before the last seed',
-      find: 'for (std::size_t i = first; i < x_points.size(); ++i)',
-      replace: 'for (std::size_t i = first + 1; i < x_points.size(); ++i)',
+      name: 'what boxes leave is all points once more',
+      find: '    keep_held(*boxes);\n',
+      replace: '',
     },
   ],
 
@@ -260,13 +260,54 @@ export const bugs = {
     },
     {
       name: 'the distance of the first point to itself counts',
-      find: 'for (std::size_t i = 1; i < count; ++i)',
-      replace: 'for (std::size_t i = 0; i < count; ++i)',
+      find: 'for (std::size_t first = 1; first < count; first += 64)',
+      replace: 'for (std::size_t first = 0; first < count; first += 64)',
     },
     {
       name: 'an infinite distance does not count',
-      find: 'if (square <= bound) found.push_back(square);',
-      replace: 'if (square <= bound && std::isfinite(square)) found.push_back(square);',
+      find: 'nearest = squares_up_to(std::numeric_limits<double>::infinity(), squares, count);',
+      replace: 'nearest = squares_up_to(std::numeric_limits<double>::max(), squares, count);',
+    },
+  ],
+
+  'indexing/near_points.hpp': [
+    {
+      name: 'of two points the second is not looked at',
+      find: '_mm_movemask_pd(_mm_cmple_pd(squares, largest));',
+      replace: '_mm_movemask_pd(_mm_cmple_pd(squares, largest)) & 1;',
+    },
+    {
+      name: 'a point at just the largest distance is not near',
+      find: '_mm_cmple_pd(squares, largest)',
+      replace: '_mm_cmplt_pd(squares, largest)',
+    },
+    {
+      name: 'the last of an odd number of points is not near',
+      find: 'static_cast<std::uint64_t>(is_near) << k',
+      replace: 'static_cast<std::uint64_t>(0) << k',
+    },
+  ],
+
+  'indexing/point_boxes.cpp': [
+    {
+      name: 'a box is passed over when its left edge is out of reach',
+      find: 'std::max(std::max(low - value, value - high), 0.0)',
+      replace: 'std::fabs(low - value)',
+    },
+    {
+      name: 'a box that has a NaN first is passed over',
+      find: 'if (dy * dy + dx * dx > largest_square_ || ',
+      replace: 'if (!(dy * dy + dx * dx <= largest_square_) || ',
+    },
+    {
+      name: 'points that were taken are taken again',
+      find: 'boxes_[number].held & near_points(',
+      replace: 'near_points(',
+    },
+    {
+      name: 'the last point of a box is lost',
+      find: '(std::uint64_t{1} << count) - 1',
+      replace: '(std::uint64_t{1} << (count - 1)) - 1',
     },
   ],
 
@@ -396,6 +437,12 @@ export const bugs = {
   ],
 
   'indexing/point_grid.cpp': [
+    {
+      name: 'clusters go on after a seed that is nowhere',
+      find: 'while (next_ < held_.size() && held_[next_] == 0) ++next_;',
+      replace:
+        'while (next_ < held_.size() && (held_[next_] == 0 || place_of_[next_] == no_place)) ++next_;',
+    },
     {
       name: 'grids lie within each other as deep as points lie closer and closer',
       find: 'is_skewed && skewed_above == most_skewed',
@@ -1403,13 +1450,13 @@ export const bugs = {
     },
     {
       name: 'the last few values do not count to a range',
-      find: '  for (; i < values.size(); ++i) a.include(values[i]);\n',
+      find: '  for (; i < count; ++i) a.include(values[i]);\n',
       replace: '',
     },
     {
       name: 'one value of four does not count to a range',
-      find: 'std::max({a.high, b.high, c.high, d.high})',
-      replace: 'std::max({a.high, b.high, c.high})',
+      find: 'for (const Range& part : {b, c, d})',
+      replace: 'for (const Range& part : {b, c})',
     },
   ],
 

@@ -1,0 +1,99 @@
+#include "indexing/point_boxes.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+#include "indexing/bits.hpp"
+#include "indexing/near_points.hpp"
+#include "indexing/range.hpp"
+
+namespace chart_trace {
+namespace {
+
+// How far a value lies outside a range, 0 within it; NaN if the range is, so that it is not passed
+// over.
+double outside(double low, double high, double value) {
+  return std::max(std::max(low - value, value - high), 0.0);
+}
+
+}  // namespace
+
+// On average, the sides of a box must not exceed the disc's diameter, and its points not fill more
+// than a fortieth of it: of fuller ones a bitmap takes as many with a word.
+std::optional<Point_boxes> Point_boxes::of(const std::vector<double>& x,
+                                           const std::vector<double>& y, double largest_square) {
+  const std::size_t whole_boxes = x.size() / in_a_box;
+  const std::size_t samples = std::min<std::size_t>(64, whole_boxes / 4);
+  if (samples == 0) return std::nullopt;
+  double sides = 0.0;
+  double areas = 0.0;
+  for (std::size_t k = 0; k < samples; ++k) {
+    const std::size_t first = whole_boxes * k / samples * in_a_box;
+    const Box box = box_of(x, y, first);
+    const double width = box.right - box.left;
+    const double height = box.bottom - box.top;
+    sides += width + height;
+    areas += width * height;
+  }
+  const auto count = static_cast<double>(samples);
+  const bool are_near = sides <= count * 4.0 * std::sqrt(largest_square);
+  const bool are_thin = areas >= count * 40.0 * in_a_box;
+  if (!are_near || !are_thin) return std::nullopt;
+  return Point_boxes(x, y, largest_square);
+}
+
+Point_boxes::Point_boxes(const std::vector<double>& x, const std::vector<double>& y,
+                         double largest_square)
+    : x_(x), y_(y), largest_square_(largest_square) {
+  boxes_.reserve(x.size() / in_a_box + 1);
+  for (std::size_t first = 0; first < x.size(); first += in_a_box) {
+    boxes_.push_back(box_of(x, y, first));
+  }
+}
+
+Point_boxes::Box Point_boxes::box_of(const std::vector<double>& x, const std::vector<double>& y,
+                                     std::size_t first) {
+  const std::size_t count = std::min(in_a_box, x.size() - first);
+  const Range across = range_of(&x[first], count);
+  const Range down = range_of(&y[first], count);
+  const bool is_whole = count == in_a_box;
+  const std::uint64_t all = is_whole ? ~std::uint64_t{0} : (std::uint64_t{1} << count) - 1;
+  return {across.low, across.high, down.low, down.high, all};
+}
+
+std::optional<Taken_points> Point_boxes::take_next() {
+  while (first_ < boxes_.size() && boxes_[first_].held == 0) ++first_;
+  if (first_ == boxes_.size() || looks_ > 8 * x_.size()) return std::nullopt;
+  const std::size_t seed =
+      first_ * in_a_box + static_cast<std::size_t>(lowest_bit(boxes_[first_].held));
+  const double x = x_[seed];
+  const double y = y_[seed];
+  Taken_points taken;
+  looks_ += boxes_.size() - first_;
+  for (std::size_t k = first_; k < boxes_.size(); ++k) {
+    const Box& box = boxes_[k];
+    const double dy = outside(box.top, box.bottom, y);
+    const double dx = outside(box.left, box.right, x);
+    if (dy * dy + dx * dx > largest_square_ || box.held == 0) continue;
+    take_from(k, x, y, taken);
+  }
+  if (taken.count == 0) return std::nullopt;
+  return taken;
+}
+
+void Point_boxes::take_from(std::size_t number, double x, double y, Taken_points& taken) {
+  looks_ += 8;
+  const double* const xs = &x_[number * in_a_box];
+  const double* const ys = &y_[number * in_a_box];
+  const std::size_t count = std::min(in_a_box, x_.size() - number * in_a_box);
+  std::uint64_t found = boxes_[number].held & near_points(xs, ys, count, x, y, largest_square_);
+  boxes_[number].held ^= found;
+  for (; found != 0; found &= found - 1) {
+    const std::int64_t point = lowest_bit(found);
+    taken.x_sum += xs[point];
+    taken.y_sum += ys[point];
+    ++taken.count;
+  }
+}
+
+}  // namespace chart_trace
