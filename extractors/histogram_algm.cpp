@@ -10,6 +10,8 @@
 
 namespace {
 
+using chart_trace::Compartment_index;
+
 struct Tops {
   std::vector<double> x;
   std::vector<double> y;
@@ -17,20 +19,14 @@ struct Tops {
 
 // The top of every compartment that has one, left to right.
 Tops tops_of(const std::vector<double>& x, const std::vector<double>& y, double width) {
-  struct Top {
-    double x;
-    double y;  // NaN as long as there is none: no point in a compartment has a NaN
-  };
+  using Top = Compartment_index::Point;  // at NaN as long as there is none: no point is there
   constexpr double none = std::numeric_limits<double>::quiet_NaN();
-  using chart_trace::Compartment_index;
   const Compartment_index index(x, y, width, Compartment_index::Empty::gap_as_one);
   // The last one is for the points that no compartment takes.
   std::vector<Top> compartments(index.count() + 1, Top{none, none});
-  index.for_each_stretch([&](std::size_t compartment, std::size_t begin, std::size_t end) {
-    Top& top = compartments[compartment];
-    for (std::size_t i = begin; i < end; ++i) {
-      if (!(top.y <= y[i])) top = {x[i], y[i]};
-    }
+  index.for_each_point([all = compartments.data()](std::size_t compartment, const Top& point) {
+    Top& top = all[compartment];
+    if (!(top.y <= point.y)) top = point;
   });
   compartments.pop_back();
 

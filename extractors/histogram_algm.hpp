@@ -15,7 +15,7 @@
 // NaN: never ends a bar; when all tops are equally high the shares are NaN, and there is one bar.
 // Empty: a compartment without points is passed over and does not end a bar; without any top there
 // are no bars.
-// Cost: two passes over the points, one over the compartments, which are never built: memory is
+// Cost: three passes over the points, one over the compartments, which are never built: memory is
 // bounded by the points.
 class Histogram_algm {
  public:

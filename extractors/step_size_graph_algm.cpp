@@ -42,17 +42,17 @@ struct Compartment {
   }
 };
 
-std::vector<Compartment> compartments_of(const std::vector<double>& x, const std::vector<double>& y,
-                                         const Compartment_index& index) {
+std::vector<Compartment> compartments_of(const Compartment_index& index) {
   // The last one is for the points that no compartment takes.
   std::vector<Compartment> compartments(index.count() + 1);
-  index.for_each_stretch([&](std::size_t k, std::size_t begin, std::size_t end) {
+  index.for_each_stretch([&](std::size_t k, const auto& stretch) {
     Compartment compartment = compartments[k];
-    for (std::size_t i = begin; i < end; ++i) {
-      compartment.sum_x += x[i];
-      compartment.sum_y += y[i];
+    for (std::size_t i = 0; i < stretch.size; ++i) {
+      const Compartment_index::Point point = stretch[i];
+      compartment.sum_x += point.x;
+      compartment.sum_y += point.y;
     }
-    compartment.size += end - begin;
+    compartment.size += stretch.size;
     compartments[k] = compartment;
   });
   compartments.pop_back();
@@ -173,17 +173,17 @@ Step_size_graph_algm::Step_size_graph_algm(std::vector<double> x, std::vector<do
   // single one makes one step of all treads.
   const Compartment_index index(x_points, y_points, compartment_width,
                                 Compartment_index::Empty::gap_as_one);
-  const Treads_and_risers sorted =
-      sort_out(compartments_of(x_points, y_points, index), index.total());
+  const Treads_and_risers sorted = sort_out(compartments_of(index), index.total());
   if (sorted.tread_centres.x.empty() || !sorted.has_risers) return;
 
   Riser first_riser;
   Riser last_riser;
-  index.for_each_point_of(sorted.first_riser, sorted.last_riser, [&](std::size_t k, std::size_t i) {
+  const auto add = [&](std::size_t k, const Compartment_index::Point& point) {
     Riser& riser = k == sorted.first_riser ? first_riser : last_riser;
-    riser.x.push_back(x_points[i]);
-    riser.y.push_back(y_points[i]);
-  });
+    riser.x.push_back(point.x);
+    riser.y.push_back(point.y);
+  };
+  index.for_each_point_of(sorted.first_riser, sorted.last_riser, add);
   const bool is_one = sorted.first_riser == sorted.last_riser;
   const std::vector<Step> steps = chain_into_steps(sorted.tread_centres);
   Polyline line;

@@ -20,6 +20,11 @@ bool is_sparse(const Range& range, double width, std::size_t points) {
   return (range.high - range.low) / width > 8.0 * static_cast<double>(points);
 }
 
+// Whether the columns of pixels up to the last one are not far more than the points.
+bool are_few_columns(const Range& range, std::size_t points) {
+  return range.low >= 0.0 && range.high < 4.0 * static_cast<double>(points);
+}
+
 std::vector<double> sorted_numbers(const std::vector<double>& values) {
   std::vector<double> numbers;
   std::copy_if(values.begin(), values.end(), std::back_inserter(numbers),
@@ -35,13 +40,22 @@ Compartment_index::Compartment_index(const std::vector<double>& x, const std::ve
     : x_(x), y_(y) {
   if (x.empty() || std::isnan(x[0])) return;
   const Range range = range_of(x);
-  const bool beyond = holds_nan(x, y);
-  if (empty == Empty::gap_as_one && is_sparse(range, width, x.size())) {
+  const bool is_gappy = empty == Empty::gap_as_one && is_sparse(range, width, x.size());
+  if (!is_gappy && are_few_columns(range, x.size())) pixels_ = packed_pixels(x, y);
+  const bool beyond = !pixels_ && holds_nan(x, y);
+  if (is_gappy) {
     borders_ = Compartment_borders(sorted_numbers(x), width, beyond);
   } else {
     borders_ = Compartment_borders(range.low, range.high, width, beyond);
   }
   takes_any_ = !std::isnan(y[0]);
+  if (!pixels_) return;
+  const auto last = static_cast<std::size_t>(range.high);
+  of_column_.resize(last + 1);
+  for (auto column = static_cast<std::size_t>(range.low); column <= last; ++column) {
+    of_column_[column] =
+        static_cast<std::uint32_t>(borders_.compartment_at(static_cast<double>(column)));
+  }
 }
 
 }  // namespace chart_trace

@@ -5,10 +5,6 @@
 
 #include "primitives/group_list.hpp"
 
-namespace chart_trace {
-struct Sorted_pixels;
-}
-
 // Cuts a point set into vertical compartments of equal width, side by side from the leftmost point
 // rightwards, as far as the rightmost point or until every point has been taken.
 // Borders: closed intervals [t, t + width], each left border the right border before it. They are
@@ -30,7 +26,6 @@ class Vertical_compartments {
 
  private:
   void divide();
-  void unpack(chart_trace::Sorted_pixels sorted);
 
   std::vector<double> x_points, y_points;      // not yet taken by a compartment
   chart_trace::Group_list x_groups, y_groups;  // parallel, left to right

@@ -1,7 +1,7 @@
 // Compartments and the two extractors that read them take one of several ways to the same result:
-// pixels are sorted as 16-bit numbers or, column by column, moved as they are; a compartment is
-// proposed by a division or, when that misses, searched for. Each way, and each reason to leave it,
-// is driven here on purpose and held against the oracle.
+// pixels are packed, other points are taken as they are; points are sorted four at a time, the last
+// few one by one; a compartment is proposed by a division or, when that misses, searched for. Each
+// way, and each reason to leave it, is driven here on purpose and held against the oracle.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -74,8 +74,8 @@ Set picture(Random& random, std::size_t size, std::size_t columns, Order order) 
   return set;
 }
 
-// Calls check(random, set) for pictures around every size at which another way is taken: 64 points
-// tell the order, and columns may be four times as many as points.
+// Calls check(random, set) for pictures around every size at which another way is taken: points go
+// by four, and columns may be four times as many as points.
 template <class Check>
 void for_each_picture(Check check) {
   const std::vector<std::size_t> sizes = {1, 2, 3, 7, 31, 62, 63, 64, 65, 66, 150};

@@ -1470,6 +1470,29 @@ export const bugs = {
     },
   ],
 
+  'indexing/packed_pixels.cpp': [
+    {
+      name: 'a fraction is cut off',
+      find: '_mm_or_si128(too_large, _mm_or_si128(xs.differences, ys.differences))',
+      replace: '_mm_or_si128(too_large, xs.differences)',
+    },
+    {
+      name: 'a zero loses its sign',
+      find: '_mm_xor_pd(low, _mm_cvtepi32_pd(low_numbers))',
+      replace: '_mm_cmpneq_pd(low, _mm_cvtepi32_pd(low_numbers))',
+    },
+    {
+      name: 'a large column runs into the row',
+      find: '_mm_srli_epi32(_mm_or_si128(xs.numbers, ys.numbers), 16)',
+      replace: '_mm_srli_epi32(ys.numbers, 16)',
+    },
+    {
+      name: 'one of the last few zeros loses its sign',
+      find: 'bits_of(value) <= bits_of(65535.0)',
+      replace: 'value >= 0.0 && value <= 65535.0',
+    },
+  ],
+
   'indexing/point_writer.hpp': [
     {
       name: 'points below each other stand side by side',
@@ -1490,9 +1513,14 @@ export const bugs = {
 
   'grouping/vertical_compartments.cpp': [
     {
-      name: 'a stretch of points goes in backwards',
-      find: 'for (std::size_t i = begin; i < end; ++i, ++to) {',
-      replace: 'for (std::size_t i = end; i-- > begin; ++to) {',
+      name: 'the second of four points goes in before the first',
+      find: '    move(i, first);\n    move(i + 1, second);\n',
+      replace: '    move(i, second);\n    move(i + 1, first);\n',
+    },
+    {
+      name: 'the last few points are left out',
+      find: '  for (; i < compartments.size(); ++i) move(i, places[compartments[i]]++);\n',
+      replace: '',
     },
     {
       name: 'the points that are left over make a group',
@@ -1500,9 +1528,9 @@ export const bugs = {
       replace: '',
     },
     {
-      name: 'pixels are unpacked with x as y',
-      find: 'y_points[i] = sorted.pixels[i].y;',
-      replace: 'y_points[i] = sorted.pixels[i].x;',
+      name: 'pixels are unpacked as they came',
+      find: 'chart_trace::unpack(sorted, x, y);',
+      replace: 'chart_trace::unpack(pixels, x, y);',
     },
   ],
 
@@ -1586,7 +1614,7 @@ export const bugs = {
     },
     {
       name: 'points left over make the compartments reach no farther',
-      find: 'const bool beyond = holds_nan(x, y);',
+      find: 'const bool beyond = !pixels_ && holds_nan(x, y);',
       replace: 'const bool beyond = false;',
     },
     {
@@ -1604,9 +1632,19 @@ export const bugs = {
       find: 'takes_any_ = !std::isnan(y[0]);',
       replace: 'takes_any_ = true;',
     },
+    {
+      name: 'a column is looked up farther right than it is',
+      find: 'borders_.compartment_at(static_cast<double>(column))',
+      replace: 'borders_.compartment_at(static_cast<double>(column) + range.low)',
+    },
   ],
 
   'grouping/compartment_index.hpp': [
+    {
+      name: 'a stretch of pixels goes on into the next column',
+      find: 'end < size && column_of(pixels[end]) == column;',
+      replace: 'end < size && column_of(pixels[end]) <= column;',
+    },
     {
       name: 'a stretch goes on into the next column',
       find: 'x[end] == x[begin] && !std::isnan(y[end])',
@@ -1626,24 +1664,6 @@ export const bugs = {
       name: 'a riser holds points with a NaN',
       find: 'in_left.holds(x[i]) && !std::isnan(y[i])',
       replace: 'in_left.holds(x[i])',
-    },
-  ],
-
-  'grouping/pixels_by_compartment.cpp': [
-    {
-      name: 'a fraction is cut off',
-      find: 'return number == value;',
-      replace: 'return true;',
-    },
-    {
-      name: 'a zero loses its sign',
-      find: 'if (bits_of(value) > bits_of(largest)) return false;',
-      replace: 'if (!(value >= 0.0) || bits_of(value + 0.0) > bits_of(largest)) return false;',
-    },
-    {
-      name: 'pixels are taken by compartments that do not reach them',
-      find: 'if (borders.compartment_at(last) == borders.count()) return std::nullopt;',
-      replace: '',
     },
   ],
 
@@ -1740,18 +1760,18 @@ export const bugs = {
   'extractors/histogram_algm.cpp': [
     {
       name: 'the top is the largest y',
-      find: 'if (!(top.y <= y[i]))',
-      replace: 'if (!(top.y >= y[i]))',
+      find: 'if (!(top.y <= point.y))',
+      replace: 'if (!(top.y >= point.y))',
     },
     {
       name: 'the last of equal tops is taken',
-      find: 'if (!(top.y <= y[i]))',
-      replace: 'if (!(top.y < y[i]))',
+      find: 'if (!(top.y <= point.y))',
+      replace: 'if (!(top.y < point.y))',
     },
     {
       name: 'the x of a top is that of the first pixel of its compartment',
-      find: 'top = {x[i], y[i]};',
-      replace: 'top = {std::isnan(top.y) ? x[i] : top.x, y[i]};',
+      find: 'top = point;',
+      replace: 'top = {std::isnan(top.y) ? point.x : top.x, point.y};',
     },
     {
       name: 'an empty compartment ends the histogram',

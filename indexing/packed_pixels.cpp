@@ -1,0 +1,117 @@
+#include "indexing/packed_pixels.hpp"
+
+#include <cstddef>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace chart_trace {
+namespace {
+
+constexpr std::size_t four = 4;
+
+std::uint64_t bits_of(double value) {
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof bits);
+  return bits;
+}
+
+bool is_coordinate(double value) {
+  // Numbers from 0.0 on are in the order of their bits; whatever has a sign and NaN come behind.
+  return bits_of(value) <= bits_of(65535.0) && static_cast<std::int32_t>(value) == value;
+}
+
+bool pack_one(const double* x, const double* y, Packed_pixel* pixel) {
+  if (!is_coordinate(*x) || !is_coordinate(*y)) return false;
+  *pixel = static_cast<std::uint32_t>(*x) | static_cast<std::uint32_t>(*y) << 16;
+  return true;
+}
+
+void unpack_one(Packed_pixel pixel, double* x, double* y) {
+  *x = column_of(pixel);
+  *y = row_of(pixel);
+}
+
+#if defined(__SSE2__)
+
+// Every 64-bit x86 has these instructions: a third of the time of four points one by one.
+
+// Four values as whole numbers, rounded towards 0, and the bits in which these differ from them. Of
+// a value beyond 32 bits the smallest number is made, and the bits differ.
+struct Numbers {
+  __m128i numbers;
+  __m128i differences;
+};
+Numbers numbers_of(const double* values) {
+  const __m128d low = _mm_loadu_pd(values);
+  const __m128d high = _mm_loadu_pd(values + 2);
+  const __m128i low_numbers = _mm_cvttpd_epi32(low);
+  const __m128i high_numbers = _mm_cvttpd_epi32(high);
+  const __m128d low_bits = _mm_xor_pd(low, _mm_cvtepi32_pd(low_numbers));
+  const __m128d high_bits = _mm_xor_pd(high, _mm_cvtepi32_pd(high_numbers));
+  return {_mm_unpacklo_epi64(low_numbers, high_numbers),
+          _mm_castpd_si128(_mm_or_pd(low_bits, high_bits))};
+}
+
+bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
+  const Numbers xs = numbers_of(x);
+  const Numbers ys = numbers_of(y);
+  const __m128i packed = _mm_or_si128(xs.numbers, _mm_slli_epi32(ys.numbers, 16));
+  std::memcpy(pixels, &packed, sizeof packed);
+  const __m128i too_large = _mm_srli_epi32(_mm_or_si128(xs.numbers, ys.numbers), 16);
+  const __m128i wrong = _mm_or_si128(too_large, _mm_or_si128(xs.differences, ys.differences));
+  return _mm_movemask_epi8(_mm_cmpeq_epi8(wrong, _mm_setzero_si128())) == 0xFFFF;
+}
+
+void store_four(__m128i numbers, double* values) {
+  _mm_storeu_pd(values, _mm_cvtepi32_pd(numbers));
+  _mm_storeu_pd(values + 2, _mm_cvtepi32_pd(_mm_unpackhi_epi64(numbers, numbers)));
+}
+
+void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
+  __m128i packed;
+  std::memcpy(&packed, pixels, sizeof packed);
+  store_four(_mm_and_si128(packed, _mm_set1_epi32(0xFFFF)), x);
+  store_four(_mm_srli_epi32(packed, 16), y);
+}
+
+#else
+
+bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
+  for (std::size_t i = 0; i < four; ++i) {
+    if (!pack_one(x + i, y + i, pixels + i)) return false;
+  }
+  return true;
+}
+
+void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
+  for (std::size_t i = 0; i < four; ++i) unpack_one(pixels[i], x + i, y + i);
+}
+
+#endif
+
+}  // namespace
+
+std::optional<std::vector<Packed_pixel>> packed_pixels(const std::vector<double>& x,
+                                                       const std::vector<double>& y) {
+  std::vector<Packed_pixel> pixels(x.size());
+  std::size_t i = 0;
+  for (; i + four <= x.size(); i += four) {
+    if (!pack_four(&x[i], &y[i], &pixels[i])) return std::nullopt;
+  }
+  for (; i < x.size(); ++i) {
+    if (!pack_one(&x[i], &y[i], &pixels[i])) return std::nullopt;
+  }
+  return pixels;
+}
+
+void unpack(const std::vector<Packed_pixel>& pixels, std::vector<double>& x,
+            std::vector<double>& y) {
+  std::size_t i = 0;
+  for (; i + four <= pixels.size(); i += four) unpack_four(&pixels[i], &x[i], &y[i]);
+  for (; i < pixels.size(); ++i) unpack_one(pixels[i], &x[i], &y[i]);
+}
+
+}  // namespace chart_trace
