@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "indexing/column_runs.hpp"
+#include "indexing/point_writer.hpp"
 #include "indexing/raster_runs.hpp"
 #include "indexing/runs.hpp"
 #include "indexing/unordered_runs.hpp"
@@ -42,21 +43,23 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
 void Horizontal_grouping_algm::horizontal_groups() {
   // The first point counts in any case, the others as far as a signed 32-bit integer counts.
   const auto count = static_cast<std::size_t>(std::max(chart_trace::count_of(x_points), 1));
-  chart_trace::for_each_run(x_points.data(), y_points.data(), count, pixel_step,
-                            [this](std::size_t first, std::size_t last) {
-                              // The x values of a run never fall with a positive step; with any
-                              // other nothing touches.
-                              x_runs.push_back({static_cast<float>(x_points[first]),
-                                                static_cast<float>(x_points[last - 1])});
-                              y_runs.push_back(y_points[first]);
-                              run_ends_.push_back(static_cast<chart_trace::Run>(last));
-                            });
+  const double* const x = x_points.data();
+  const double* const y = y_points.data();
+  bool are_pixels = pixel_step == 1.0;
+  chart_trace::for_each_run(x, y, count, pixel_step, [&](std::size_t first, std::size_t last) {
+    // The x values of a run never fall with a positive step; with any other nothing touches.
+    x_runs.push_back({static_cast<float>(x[first]), static_cast<float>(x[last - 1])});
+    y_runs.push_back(y[first]);
+    run_ends_.push_back(static_cast<chart_trace::Run>(last));
+    are_pixels = are_pixels && chart_trace::is_counted_up(x, y, first, last);
+  });
+  are_pixels_ = are_pixels;
 }
 
 std::vector<std::uint32_t> Horizontal_grouping_algm::take_all_groups(
     const chart_trace::Run_pairs& runs) {
   using namespace chart_trace;
-  if (Touching_runs::in_raster_order(runs)) return take_groups(Raster_runs(runs));
+  if (auto rows = Raster_runs::of(runs)) return take_groups(*std::move(rows));
   if (auto columns = Column_runs::of(runs)) return take_groups(*std::move(columns));
   return take_groups(Unordered_runs(runs));
 }
@@ -66,6 +69,7 @@ template <typename Run_list>
 std::vector<std::uint32_t> Horizontal_grouping_algm::take_groups(Run_list runs) {
   std::vector<std::uint32_t> ends;
   std::uint32_t end = 0;
+  joined_.reserve(x_runs.size());
   runs_left = static_cast<std::int32_t>(runs.left());
   while (runs_left >= 1) {
     const std::size_t first = joined_.size();
@@ -93,12 +97,30 @@ void Horizontal_grouping_algm::first_group(Run_list& runs) {
   }
 }
 
-// The points of all groups in the order of joining. Once the x values have been gathered, their
-// memory takes the y values: the touch of fresh memory costs more than the copying.
+// The points of all groups in the order of joining. Pixels are counted up from the first of each
+// run over the points of the input, which need not be read again. Of others the x values are
+// gathered, then their memory takes the y values: the touch of fresh memory costs more than the
+// copying.
 void Horizontal_grouping_algm::gather_points() {
-  x_group = gathered(x_points, std::vector<double>(run_ends_.back()));
-  y_group = gathered(y_points, std::move(x_points));
-  y_points = {};
+  if (are_pixels_) {
+    count_up_points();
+    x_group = std::move(x_points);
+  } else {
+    x_group = gathered(x_points, std::vector<double>(run_ends_.back()));
+    y_points = gathered(y_points, std::move(x_points));
+  }
+  y_group = std::move(y_points);
+}
+
+void Horizontal_grouping_algm::count_up_points() {
+  x_points.resize(run_ends_.back());
+  y_points.resize(run_ends_.back());
+  chart_trace::Point_writer points(x_points, y_points);
+  for (const chart_trace::Run run : joined_) {
+    const chart_trace::Run_extent x = x_runs[run];
+    points.add_along(static_cast<double>(x.min), y_runs[run],
+                     static_cast<std::size_t>(x.max - x.min) + 1);
+  }
 }
 
 std::vector<double> Horizontal_grouping_algm::gathered(const std::vector<double>& points,

@@ -31,7 +31,6 @@ using chart_trace::Run;
 using chart_trace::Run_extent;
 using chart_trace::Run_map;
 using chart_trace::Run_pairs;
-using chart_trace::Touching_runs;
 using chart_trace::Unordered_runs;
 
 constexpr double nan_value = std::numeric_limits<double>::quiet_NaN();
@@ -116,7 +115,7 @@ struct Runs {
 
 bool in_raster_order(const Points& points) {
   const Runs runs(points);
-  return Touching_runs::in_raster_order(runs.pairs());
+  return Raster_runs::of(runs.pairs()).has_value();
 }
 
 bool in_column_order(const Points& points) {
@@ -251,12 +250,12 @@ TEST(Horizontal_paths, the_same_pictures_shifted_and_scaled_equal_the_oracle) {
     double origin, pitch, step;
   };
   const std::vector<Axis> axes = {
-      {0, 0.1, 0.1},       {0.3, 0.7, 0.7},     {0, 1, 2},       {0, 1, 0.25},
-      {0, 1, 7.5},         {-20, 2, 2},         {0, 0.4, 1},     {two_24 - 20, 1, 1},
-      {-two_24 - 9, 1, 1}, {two_24 - 39, 1, 1}, {-two_24, 1, 1}, {1e15, 0.25, 1},
-      {9e15, 1, 1},        {0, 1e300, 1e300},   {0, 1e37, 1e37}, {0, 1e-320, 1e-320},
-      {0, 1, 1e9},         {0, 1, -1},          {0, 1, 0},       {0, 1, nan_value},
-      {0, 1, infinity},    {0, 1, 1e308}};
+      {0, 0.1, 0.1},       {0.3, 0.7, 0.7},     {0, 1, 2},           {0, 1, 0.25},
+      {0, 1, 7.5},         {0.3, 1, 1},         {-20, 2, 2},         {0, 0.4, 1},
+      {two_24 - 20, 1, 1}, {-two_24 - 9, 1, 1}, {two_24 - 39, 1, 1}, {-two_24, 1, 1},
+      {1e15, 0.25, 1},     {9e15, 1, 1},        {0, 1e300, 1e300},   {0, 1e37, 1e37},
+      {0, 1e-320, 1e-320}, {0, 1, 1e9},         {0, 1, -1},          {0, 1, 0},
+      {0, 1, nan_value},   {0, 1, infinity},    {0, 1, 1e308}};
   for (const Axis& axis : axes) {
     for (const Order order : all_orders) {
       for (std::uint64_t seed = 0; seed < 8; ++seed) {
@@ -372,6 +371,40 @@ TEST(Horizontal_paths, zeros_below_zero_in_columns_equal_the_oracle) {
   }
 }
 
+// Runs of pixels are counted up from their first, unless a zero has a sign.
+TEST(Horizontal_paths, zeros_keep_their_signs) {
+  for (const Order order : all_orders) {
+    for (std::uint64_t seed = 0; seed < 60; ++seed) {
+      Random random(seed);
+      Points points = picture(random, 12, 4, 9, order);
+      Doubles& coordinates = seed % 2 == 0 ? points.x : points.y;
+      const std::uint64_t share = 1 + random.below(4);
+      for (double& number : coordinates) {
+        if (number == 0 && random.one_in(share)) number = -0.0;
+      }
+      ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+    }
+  }
+}
+
+TEST(Horizontal_paths, a_run_is_counted_up_when_nothing_is_lost) {
+  const auto is_counted_up = [](const Doubles& x, const Doubles& y) {
+    return chart_trace::is_counted_up(x.data(), y.data(), 0, x.size());
+  };
+  EXPECT_TRUE(is_counted_up({0, 1, 2}, {5, 5, 5}));
+  EXPECT_TRUE(is_counted_up({0, 1}, {0, 0}));
+  EXPECT_TRUE(is_counted_up({3, 4}, {-2.5, -2.5}));
+  EXPECT_TRUE(is_counted_up({3}, {nan_value}));
+  EXPECT_TRUE(is_counted_up({two_24 - 1, two_24}, {1e300, 1e300}));
+  EXPECT_FALSE(is_counted_up({two_24, two_24 + 1}, {1, 1}));
+  EXPECT_FALSE(is_counted_up({-0.0, 1}, {1, 1}));
+  EXPECT_FALSE(is_counted_up({-1, -0.0, 1}, {1, 1, 1}));
+  EXPECT_FALSE(is_counted_up({4, 5, 6}, {0, 0, -0.0}));
+  EXPECT_FALSE(is_counted_up({0.1, 1.1}, {1, 1}));
+  EXPECT_FALSE(is_counted_up({nan_value}, {1}));
+  EXPECT_FALSE(is_counted_up({infinity}, {1}));
+}
+
 // A search that stops just before, at and behind the place from which the index is asked.
 TEST(Horizontal_paths, stops_at_every_distance_equal_the_oracle) {
   for (int apart = 0; apart <= 40; ++apart) {
@@ -433,8 +466,9 @@ TEST(Horizontal_paths, runs_in_raster_order_are_taken_alike_on_both_ways) {
     Random random(seed);
     const Points points = picture(random, 300, 300, 12, Order::raster);
     const Runs runs(points);
-    ASSERT_TRUE(in_raster_order(points) && has_a_map(points));
-    EXPECT_EQ(in_order_of_joining(Raster_runs(runs.pairs())),
+    std::optional<Raster_runs> by_rows = Raster_runs::of(runs.pairs());
+    ASSERT_TRUE(by_rows && has_a_map(points));
+    EXPECT_EQ(in_order_of_joining(*std::move(by_rows)),
               in_order_of_joining(Unordered_runs(runs.pairs())));
   }
 }

@@ -507,6 +507,26 @@ export const bugs = {
 
   'indexing/runs.hpp': [
     {
+      name: 'runs beyond 2^24 are counted up',
+      find: 'left >= 0.0 && x[last - 1] <= 16777216.0',
+      replace: 'left >= 0.0 && left <= 16777216.0',
+    },
+    {
+      name: 'runs at fractions are counted up',
+      find: '  if (static_cast<double>(static_cast<std::int32_t>(left)) != left) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'the sign of zeros in a column is lost',
+      find: 'left > 0.0 && y[first] != 0.0',
+      replace: 'y[first] != 0.0',
+    },
+    {
+      name: 'the sign of zeros in a row is lost',
+      find: 'left > 0.0 && y[first] != 0.0',
+      replace: 'left > 0.0',
+    },
+    {
       name: 'a neighbour is found by adding the step, two points at a time',
       arch: 'x64',
       find: '_mm_cmpeq_pd(_mm_loadu_pd(x + k - 1), x_before)',
@@ -684,68 +704,78 @@ export const bugs = {
     },
   ],
 
-  'indexing/touching_runs.cpp': [
+  'indexing/raster_runs.cpp': [
     {
       name: 'the ends of a row may overlap in raster order',
-      find: '    if (!(pairs.extents[k - 1].max <= extent.min)) return false;\n',
+      find: '      if (!(pairs_.extents[k - 1].max <= extent.min)) return false;\n',
       replace: '',
     },
     {
       name: 'rows may come in any order in raster order',
-      find: '    if (!(pairs.rows[k - 1] < pairs.rows[k])) return false;\n',
+      find: '      if (!(pairs_.rows[k - 1] < pairs_.rows[k])) return false;\n',
       replace: '',
     },
     {
       name: 'rows may lie close in raster order',
-      find: '    if (row_above != row && pairs.is_near(row_above, k)) return false;\n',
+      find: '      if (row_above != row && pairs_.is_near(row_above, k)) return false;\n',
       replace: '',
     },
     {
       name: 'any step will do for raster order',
-      find: '  if (!(pairs.step > 0.0 && is_finite(pairs.step))) return false;\n',
+      find: '  if (!(pairs_.step > 0.0 && is_finite(pairs_.step))) return false;\n',
       replace: '',
     },
     {
       name: 'infinite rows are in raster order',
-      find: ' || !is_finite(pairs.rows[k])',
+      find: ' || !is_finite(pairs_.rows[k])',
       replace: '',
     },
     {
       name: 'runs of a row that touch are not seen',
-      find: 'rows_.back().is_crowded = true;',
-      replace: 'rows_.back().is_crowded = false;',
-    },
-    {
-      name: 'only the run to the left is seen in a row',
-      find: '  while (same.last < rows_[row + 1].first && reaches(reference, same.last)) ++same.last;\n',
+      find: 'is_crowded |= reaches(k - 1, k);',
       replace: '',
     },
     {
+      name: 'only the run to the left is seen in a row',
+      find: '    ++same.last;\n',
+      replace: '    break;\n',
+    },
+    {
       name: 'the first row that is not near is already below',
-      find: '!pairs_.is_below(rows_[row].first, rows_[below].first)',
-      replace: 'pairs_.is_near(rows_[row].first, rows_[below].first)',
+      find: '!pairs_.is_below(stopped_ - 1, last_left_ - 1)',
+      replace: 'pairs_.is_near(stopped_ - 1, last_left_ - 1)',
     },
     {
       name: 'rows touch however far they are apart',
-      find: 'middle == end || !pairs_.is_near(rows_[row].first, middle)',
-      replace: 'middle == end',
+      find: 'first = last = pairs_.is_near(row_above, k) ? row_above : row;',
+      replace: 'first = last = row_above;',
     },
     {
-      name: 'only one run of the row above is seen',
-      find: 'above.last = k + 1;',
-      replace: 'above.last = above.first + 1;',
+      name: 'only one run of the row below is seen',
+      find: 'below.last = k + 1;',
+      replace: 'below.last = below.first + 1;',
     },
     {
       name: 'a gap of one step is too wide for runs in raster order',
       find: '>= -pairs_.step',
       replace: '> -pairs_.step',
     },
+    {
+      name: 'the end of the list is not known before the first search',
+      find: '  runs->find_last_left();\n',
+      replace: '',
+    },
   ],
 
   'indexing/raster_runs.hpp': [
     {
       name: 'runs that were taken are taken again',
-      find: 'if (!is_left_[run]) return;',
+      find: 'if (!is_left_[run]) continue;',
+      replace: '',
+    },
+    {
+      name: 'the last run taken still stops searches',
+      find: '    if (last_left_ > 0 && !is_left_[last_left_ - 1]) find_last_left();\n',
       replace: '',
     },
     {
@@ -755,7 +785,7 @@ export const bugs = {
     },
     {
       name: 'the first run left is exempt though others are left',
-      find: ' && !is_exempt',
+      find: ' && !(first_is_exempt && left_ == 1)',
       replace: ' && !first_is_exempt',
     },
   ],
@@ -1419,13 +1449,23 @@ export const bugs = {
     },
     {
       name: 'a run ends where it begins',
-      find: 'static_cast<float>(x_points[last - 1])',
-      replace: 'static_cast<float>(x_points[first])',
+      find: 'static_cast<float>(x[last - 1])',
+      replace: 'static_cast<float>(x[first])',
     },
     {
       name: 'a long run is gathered without its last point',
       find: 'to = std::copy_n(from, count, to);',
       replace: 'to = std::copy_n(from, count - 1, to) + 1;',
+    },
+    {
+      name: 'points are counted up when the last run alone can be',
+      find: 'are_pixels && chart_trace::is_counted_up',
+      replace: 'chart_trace::is_counted_up',
+    },
+    {
+      name: 'points are counted up whatever the step',
+      find: 'bool are_pixels = pixel_step == 1.0;',
+      replace: 'bool are_pixels = true;',
     },
   ],
 
