@@ -88,11 +88,17 @@ bool Column_runs::take_touching(Run reference, bool first_is_exempt, std::vector
     if (pairs_.touch(reference, first)) take(first);
     return true;
   }
-  const Runs_left::Stop stop = left_.stop_of(reference, first_is_exempt ? first + 1 : first);
+  const Run from = first_is_exempt ? first + 1 : first;
+  const bool stops = left_.is_any_below(reference, from);
+  std::optional<Run> stop;  // searched for when something may stand before what touches
   for_each_touching(reference, [&](Run run) {
-    if (run < stop.place && left_.is_left(run)) take(run);
+    if (!left_.is_left(run)) return;
+    if (!stop && left_.may_stop_before(run, reference, from)) {
+      stop = left_.stop_of(reference, from).place;
+    }
+    if (!stop || run < *stop) take(run);
   });
-  return stop.stops;
+  return stops;
 }
 
 }  // namespace chart_trace

@@ -34,6 +34,7 @@ class Column_runs {
   Run take_first() {
     const Run first = left_.first();
     left_.take(first);
+    left_.forget_passed();
     return first;
   }
   bool take_touching(Run reference, bool first_is_exempt, std::vector<Run>& taken);

@@ -57,6 +57,20 @@ class Max_tree {
     }
   }
 
+  // The index of the largest value, of the last such; size() when no value is left.
+  std::size_t largest() {
+    std::size_t level = levels_.size() - 1;
+    std::size_t i = largest_between(level, 0, levels_.back().size());
+    while (level > 0 && levels_[level][i] != none) {
+      const std::size_t below = largest_between(level - 1, i * fan_out, (i + 1) * fan_out);
+      const bool is_right = levels_[level][i] == levels_[level - 1][below];
+      levels_[level][i] = levels_[level - 1][below];
+      level = is_right ? level - 1 : levels_.size() - 1;
+      i = is_right ? below : largest_between(level, 0, levels_.back().size());
+    }
+    return i < levels_[level].size() && levels_[level][i] != none ? i : size_;
+  }
+
   // Replaces value i by one that is no larger.
   void lower(std::size_t i, Value value) { levels_.front()[i] = value; }
 
@@ -71,6 +85,16 @@ class Max_tree {
   void add_level(std::vector<Value> values) {
     values.resize((values.size() + fan_out - 1) / fan_out * fan_out, none);
     levels_.push_back(std::move(values));
+  }
+
+  // The last one of the largest nodes of a level from i to before `end`.
+  std::size_t largest_between(std::size_t level, std::size_t i, std::size_t end) const {
+    const std::vector<Value>& values = levels_[level];
+    std::size_t largest = i;
+    for (; i < end; ++i) {
+      if (values[i] >= values[largest]) largest = i;
+    }
+    return largest;
   }
 
   // The largest of the eight values that node i of the level above stands for.

@@ -21,22 +21,27 @@ void Runs_left::cut_into_descents() {
   lowest_ = Max_tree<double>(std::move(rows));
 }
 
-// Finds the last run left of a descent and takes its row for the lowest; if none is left, negative
-// infinity, which stops nothing.
-void Runs_left::walk_back(std::size_t descent) {
+// Finds the last run left of a descent and takes its row for the lowest; negative infinity, which
+// stops nothing, if that is a NaN or none is left.
+double Runs_left::walk_back(std::size_t descent) {
   Run& last = descents_[descent].last;
   const Run begin = descent == 0 ? 0 : descents_[descent - 1].end;
   while (last > begin && !is_left_[last - 1]) --last;
-  const double lowest =
-      last > begin ? pairs_.rows[last - 1] : -std::numeric_limits<double>::infinity();
-  lowest_.lower(descent, lowest);
+  const bool is_number = last > begin && pairs_.rows[last - 1] == pairs_.rows[last - 1];
+  const double row = is_number ? pairs_.rows[last - 1] : -std::numeric_limits<double>::infinity();
+  lowest_.lower(descent, row);
+  return row;
 }
 
-Runs_left::Stop Runs_left::stop_of(Run reference, Run from) {
+void Runs_left::find_first_descent(Run from) {
   if (descents_.empty()) cut_into_descents();
   while (first_descent_ < descents_.size() && descents_[first_descent_].end <= from) {
     ++first_descent_;
   }
+}
+
+Runs_left::Stop Runs_left::stop_of(Run reference, Run from) {
+  find_first_descent(from);
   // What did not stop the search before, for a reference that lies no lower, does not stop this
   // one.
   const double row = pairs_.rows[reference];
@@ -56,6 +61,41 @@ Runs_left::Stop Runs_left::stop_of(Run reference, Run from) {
       walk_back(last_stop_);
     }
   }
+}
+
+bool Runs_left::is_any_below(Run reference, Run from) {
+  if (lowest_run_ == pairs_.count || !is_left_[lowest_run_]) find_lowest_run();
+  if (lowest_run_ == pairs_.count) return false;
+  if (lowest_run_ < from) return stop_of(reference, from).stops;
+  return pairs_.is_below(reference, lowest_run_);
+}
+
+void Runs_left::find_lowest_run() {
+  if (descents_.empty()) cut_into_descents();
+  lowest_run_ = pairs_.count;
+  for (;;) {
+    const std::size_t lowest = lowest_.largest();
+    if (lowest == descents_.size()) return;
+    const Run last = descents_[lowest].last - 1;
+    if (is_left_[last]) {
+      lowest_run_ = last;
+      return;
+    }
+    walk_back(lowest);
+  }
+}
+
+bool Runs_left::may_stop_before(Run run, Run reference, Run from) {
+  find_first_descent(from);
+  if (run < from || run < descents_[first_descent_].end) return false;
+  if (passed_ <= first_descent_) {
+    passed_ = first_descent_;
+    lowest_passed_ = -std::numeric_limits<double>::infinity();
+  }
+  for (; descents_[passed_].end <= run; ++passed_) {
+    lowest_passed_ = std::max(lowest_passed_, walk_back(passed_));
+  }
+  return lowest_passed_ - pairs_.rows[reference] > pairs_.row_tolerance;
 }
 
 }  // namespace chart_trace

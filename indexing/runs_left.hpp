@@ -23,7 +23,7 @@ namespace chart_trace {
 class Runs_left {
  public:
   explicit Runs_left(const Run_pairs& pairs)
-      : pairs_(pairs), is_left_(pairs.count, 1), left_(pairs.count) {}
+      : pairs_(pairs), is_left_(pairs.count, 1), left_(pairs.count), lowest_run_(pairs.count) {}
 
   std::size_t count() const { return left_; }
   bool is_left(Run run) const { return is_left_[run] != 0; }
@@ -49,6 +49,16 @@ class Runs_left {
   };
   Stop stop_of(Run reference, Run from);
 
+  // The same apart, mostly without a search of the tree, for callers whose searches go on side by
+  // side. Whether there is such a run at all: the lowest of all runs left tells, until it is taken.
+  bool is_any_below(Run reference, Run from);
+  // Whether there may be such a run before `run`, which must touch `reference`; false is certain.
+  // The descents between `from` and `run` are gone through when `run` first comes to lie behind
+  // them, and the lowest row that was left in them is kept; for runs farther back it is more than
+  // is asked, and runs taken since still count. forget_passed() begins anew.
+  bool may_stop_before(Run run, Run reference, Run from);
+  void forget_passed() { passed_ = 0; }
+
  private:
   struct Descent {
     Run end;
@@ -56,7 +66,9 @@ class Runs_left {
   };
 
   void cut_into_descents();
-  void walk_back(std::size_t descent);
+  double walk_back(std::size_t descent);
+  void find_first_descent(Run from);
+  void find_lowest_run();
 
   Run_pairs pairs_;
   std::vector<char> is_left_;
@@ -66,6 +78,10 @@ class Runs_left {
   std::size_t first_descent_ = 0;  // the one that the search before began in
   double last_row_ = 0;  // of the reference before, and the descent in which its search stopped
   std::size_t last_stop_ = 0;
+  Run lowest_run_;  // of all left, unless it was taken; or the number of all runs
+  // No run left in the descents from the first to before this one lies lower than this row.
+  std::size_t passed_ = 0;
+  double lowest_passed_ = 0;
   Max_tree<double> lowest_{{}};  // the row of the last run left of each, or of one lower
 };
 

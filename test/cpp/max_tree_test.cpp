@@ -20,9 +20,18 @@ std::size_t first_above(const std::vector<double>& values, std::size_t from, dou
   return from;
 }
 
+std::size_t last_of_the_largest(const std::vector<double>& values) {
+  std::size_t largest = 0;
+  for (std::size_t k = 0; k < values.size(); ++k) {
+    if (values[k] >= values[largest]) largest = k;
+  }
+  return largest;
+}
+
 TEST(Max_tree, an_empty_tree_finds_nothing) {
   Max_tree<double> tree({});
   EXPECT_EQ(tree.first_from(0, [](double) { return true; }), 0U);
+  EXPECT_EQ(tree.largest(), 0U);
 }
 
 TEST(Max_tree, finds_what_a_walk_finds_while_values_fall) {
@@ -38,6 +47,9 @@ TEST(Max_tree, finds_what_a_walk_finds_while_values_fall) {
       const auto bound = static_cast<double>(random.between(0, 21));
       ASSERT_EQ(tree.first_from(from, [=](double value) { return value > bound; }),
                 first_above(values, from, bound));
+      if (random.one_in(4)) {
+        ASSERT_EQ(tree.largest(), last_of_the_largest(values));
+      }
     }
   }
 }
@@ -56,6 +68,7 @@ TEST(Max_tree, finds_what_a_walk_finds_while_values_are_taken_out) {
         const auto bound = static_cast<double>(random.between(-21, 21));
         ASSERT_EQ(tree.first_from(from, [=](double value) { return value > bound; }),
                   first_above(values, from, bound));
+        ASSERT_EQ(tree.largest(), last_of_the_largest(values));
       }
       std::size_t taken = static_cast<std::size_t>(random.below(size));
       while (values[taken] == none) taken = (taken + 1) % size;
@@ -63,6 +76,7 @@ TEST(Max_tree, finds_what_a_walk_finds_while_values_are_taken_out) {
       tree.remove(taken);
     }
     EXPECT_EQ(tree.first_from(0, [](double value) { return value > -100; }), size);
+    EXPECT_EQ(tree.largest(), size);
   }
 }
 

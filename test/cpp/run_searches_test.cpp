@@ -77,9 +77,13 @@ TEST(Runs_left, a_search_stops_where_a_walk_does) {
       while (stop < pairs.count && !(left.is_left(stop) && pairs.is_below(reference, stop))) ++stop;
       const Runs_left::Stop got = left.stop_of(reference, from);
       ASSERT_EQ(got.stops, stop < pairs.count) << "seed " << seed;
+      if (random.one_in(8)) left.forget_passed();
+      ASSERT_EQ(left.is_any_below(reference, from), stop < pairs.count) << "seed " << seed;
       for (Place run = from; run < pairs.count; ++run) {
-        if (pairs.is_near(reference, run)) {
-          ASSERT_EQ(run < got.place, run < stop) << "seed " << seed;
+        if (!pairs.is_near(reference, run)) continue;
+        ASSERT_EQ(run < got.place, run < stop) << "seed " << seed;
+        if (random.one_in(4)) {
+          ASSERT_TRUE(run < stop || left.may_stop_before(run, reference, from)) << "seed " << seed;
         }
       }
       for (std::uint64_t k = random.below(5); k > 0; --k) {
@@ -90,6 +94,24 @@ TEST(Runs_left, a_search_stops_where_a_walk_does) {
     }
     EXPECT_EQ(left.first(), pairs.count);
   }
+}
+
+// A line that moves down among runs that lie higher: nothing stops before what touches it, and this
+// is known without a search.
+TEST(Runs_left, what_lies_higher_is_passed) {
+  Random random(1);
+  Runs runs(random, 0, 1.0);
+  for (int column = 0; column < 50; ++column) {
+    runs.rows.insert(runs.rows.end(), {3.0 + column % 2, 20.0 + column});
+    runs.extents.insert(runs.extents.end(), 2,
+                        {static_cast<float>(column), static_cast<float>(column)});
+  }
+  Runs_left left(runs.pairs());
+  for (Place run = 1; run + 2 < runs.rows.size(); run += 2) {
+    left.take(run);
+    EXPECT_FALSE(left.may_stop_before(run + 2, run, 1));
+  }
+  EXPECT_FALSE(left.is_any_below(97, 1));
 }
 
 TEST(Lower_runs, no_run_is_passed_over_that_touches_or_stops) {

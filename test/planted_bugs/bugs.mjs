@@ -871,8 +871,38 @@ export const bugs = {
     },
     {
       name: 'a descent of which nothing is left keeps its row',
-      find: 'last > begin ? pairs_.rows[last - 1] : -std::numeric_limits<double>::infinity();',
+      find: 'is_number ? pairs_.rows[last - 1] : -std::numeric_limits<double>::infinity();',
       replace: 'pairs_.rows[last > 0 ? last - 1 : 0];',
+    },
+    {
+      name: 'the row of a run that was passed is not told to the tree',
+      find: '  lowest_.lower(descent, row);\n',
+      replace: '',
+    },
+    {
+      name: 'the lowest run stays the lowest when it was taken',
+      find: 'lowest_run_ == pairs_.count || !is_left_[lowest_run_]',
+      replace: 'lowest_run_ == pairs_.count',
+    },
+    {
+      name: 'the first run left is below though it is exempt',
+      find: '  if (lowest_run_ < from) return stop_of(reference, from).stops;\n',
+      replace: '',
+    },
+    {
+      name: 'only the last descent passed may stop a search',
+      find: 'std::max(lowest_passed_, walk_back(passed_))',
+      replace: 'walk_back(passed_)',
+    },
+    {
+      name: 'the last descent before a run is not passed',
+      find: 'descents_[passed_].end <= run; ++passed_',
+      replace: 'descents_[passed_].end < run; ++passed_',
+    },
+    {
+      name: 'what was passed counts for ever',
+      find: '    lowest_passed_ = -std::numeric_limits<double>::infinity();\n',
+      replace: '',
     },
   ],
 
@@ -935,13 +965,13 @@ export const bugs = {
     },
     {
       name: 'runs behind the stop of a column join',
-      find: 'run < stop.place && left_.is_left(run)',
-      replace: 'left_.is_left(run)',
+      find: 'if (!stop || run < *stop) take(run);',
+      replace: 'take(run);',
     },
     {
       name: 'runs of a column join twice',
-      find: 'run < stop.place && left_.is_left(run)',
-      replace: 'run < stop.place',
+      find: '    if (!left_.is_left(run)) return;\n',
+      replace: '',
     },
   ],
 
@@ -1076,6 +1106,11 @@ export const bugs = {
   ],
 
   'indexing/max_tree.hpp': [
+    {
+      name: 'a node that is too high is taken for the largest',
+      find: 'level = is_right ? level - 1 : levels_.size() - 1;\n      i = is_right ? below :',
+      replace: 'level = level - 1;\n      i = true ? below :',
+    },
     {
       name: 'the last values of the list are left out of the tree',
       find: 'values.resize((values.size() + fan_out - 1) / fan_out * fan_out, none);',
