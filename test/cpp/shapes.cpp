@@ -338,10 +338,10 @@ double some_pitch(Random& random) {
 
 double some_origin(Random& random) {
   static const std::vector<double> origins = {
-      0.0,           0.0,          0.0,          0.0,        0.0,           0.0,
-      1.0,           17.0,         -6.0,         -0.5,       0.1,           100.25,
-      1.0e6 + 0.3,   kTwo24 - 4.0, kTwo24 + 1.0, 4 * kTwo24, -kTwo24 - 3.0, kTwo53 - 4.0,
-      -kTwo53 + 2.0, 4 * kTwo53,   1.0e300};
+      0.0,          0.0,           0.0,          0.0,          0.0,        0.0,
+      1.0,          17.0,          -6.0,         -37.0,        -0.5,       0.1,
+      100.25,       1.0e6 + 0.3,   kTwo24 - 4.0, kTwo24 + 1.0, 4 * kTwo24, -kTwo24 - 3.0,
+      kTwo53 - 4.0, -kTwo53 + 2.0, 4 * kTwo53,   1.0e300};
   return random.pick(origins);
 }
 
@@ -410,6 +410,19 @@ void change_last_bits(Random& random, Case& made, double) {
   }
 }
 
+// One point alone, and if there is such a one, where the difference from its neighbours is rounded
+// to what it was: at -4.0, for example, with a pitch of 1.
+void hide_a_last_bit(Random& random, Case& made, double pitch) {
+  std::vector<double>& values = random.one_in(2) ? made.x : made.y;
+  std::size_t at = some_index(random, made);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    at = (at + 1) % values.size();
+    const double changed = std::nextafter(values[at], 0.0);
+    if (values[at] != 0.0 && changed - pitch == values[at] - pitch) break;
+  }
+  values[at] = std::nextafter(values[at], 0.0);
+}
+
 void put_specials_anywhere(Random& random, Case& made, double) {
   const std::int64_t count = random.between(1, 4);
   for (std::int64_t i = 0; i < count; ++i) {
@@ -462,6 +475,7 @@ void twist_some(Random& random, Case& made, double pitch) {
                                             {"1.5 pitches away", move_to_edges},
                                             {"1.5 pitches away", move_to_edges},
                                             {"last bits", change_last_bits},
+                                            {"a hidden last bit", hide_a_last_bit},
                                             {"specials anywhere", put_specials_anywhere},
                                             {"specials anywhere", put_specials_anywhere},
                                             {"specials first", put_specials_first},
