@@ -9,11 +9,17 @@ namespace chart_trace {
 namespace {
 
 using Word = Pixel_map::Word;
+constexpr std::uint32_t word_bits = Pixel_map::word_bits;
 
 std::uint32_t first_of(Word pixels) { return static_cast<std::uint32_t>(lowest_bit(pixels)); }
 
+bool is_single(Word pixels) { return pixels != 0 && (pixels & (pixels - 1)) == 0; }
+
 // The columns before the first of `pixels`; all when there are none.
-Word before(Word pixels) { return (pixels & (~pixels + 1)) - 1; }
+Word before(Word pixels) { return ~pixels & (pixels - 1); }
+
+// The same with the first one.
+Word up_to_first(Word pixels) { return pixels ^ (pixels - 1); }
 
 }  // namespace
 
@@ -55,14 +61,10 @@ void Pixel_flood::take_around(std::uint32_t place, Point_writer& group) {
     follow_line(group);
     return;
   }
-  const std::uint32_t corner = place - 1;
-  const std::uint32_t stride = map_.stride();
-  const Word above = map_.take_three(corner - stride);
-  const Word own = map_.take_three(corner);
-  const Word below = map_.take_three(corner + stride);
-  queue_row(corner - stride, above);
-  queue_row(corner, own);
-  queue_row(corner + stride, below);
+  const auto [above, own, below] = map_.take_rows(place - 1, 7);
+  queue_row(place - 1 - map_.stride(), above);
+  queue_row(place - 1, own);
+  queue_row(place - 1 + map_.stride(), below);
 }
 
 // Where no more than two single pixels are left in the queue, they may be the ends of a line. What
@@ -80,14 +82,12 @@ void Pixel_flood::follow_line(Point_writer& group) {
 
 // Looks at no more pixels at a time than fit a word with a column on each side.
 void Pixel_flood::take_along(Stretch stretch) {
-  constexpr std::int32_t most = static_cast<std::int32_t>(Pixel_map::word_bits) - 2;
+  constexpr std::int32_t most = static_cast<std::int32_t>(word_bits) - 2;
   for (; stretch.length > 0; stretch.place += most, stretch.length -= most) {
     const auto columns = static_cast<std::uint32_t>(std::min(stretch.length, most)) + 2;
-    const Word mask = ~Word{0} >> (Pixel_map::word_bits - columns);
+    const Word mask = ~Word{0} >> (word_bits - columns);
     const std::uint32_t corner = stretch.place - 1;
-    const Word above = map_.take(corner - map_.stride(), mask);
-    const Word own = map_.take(corner, mask);
-    const Word below = map_.take(corner + map_.stride(), mask);
+    const auto [above, own, below] = map_.take_rows(corner, mask);
     if (own == 0 && above == 0) {
       queue_row(corner + map_.stride(), below);
     } else if (own == 0 && below == 0) {
@@ -104,43 +104,49 @@ void Pixel_flood::take_along(Stretch stretch) {
 void Pixel_flood::queue_columns(std::uint32_t corner, Word above, Word own, Word below) {
   Word columns = 7;
   for (Word all = above | own | below; all != 0; all = above | own | below) {
-    queue_row(corner - map_.stride(), above & columns);
-    queue_row(corner, own & columns);
-    queue_row(corner + map_.stride(), below & columns);
+    columns |= up_to_first(all) | before(above | own) | before(above | below) | before(own | below);
+    if ((above & columns) != 0) queue_row(corner - map_.stride(), above & columns);
+    if ((own & columns) != 0) queue_row(corner, own & columns);
+    if ((below & columns) != 0) queue_row(corner + map_.stride(), below & columns);
     above &= ~columns;
     own &= ~columns;
     below &= ~columns;
-    columns = before(above | own) | before(above | below) | before(own | below);
-    if (((above | own | below) & columns) == 0) columns = 2 * columns + 1;
   }
 }
 
-// Goes through the rows from the one above the stretch to the one below it, three columns wide.
-// Pixels alone in their rows, one below the other, are queued as a stretch.
+// Goes through the rows from the one above the stretch to the one below it, three columns wide,
+// which seldom lie in two words. Pixels alone in their rows, one below the other, are queued as a
+// stretch.
 void Pixel_flood::take_down(Stretch stretch) {
   const std::uint32_t stride = map_.stride();
   std::uint32_t place = stretch.place - 1 - stride;
-  const std::uint32_t end =
-      place + static_cast<std::uint32_t>(std::abs(stretch.length) + 2) * stride;
-  while (place != end) {
-    const Word pixels = map_.take_three(place);
-    if (pixels == 0 || (pixels & (pixels - 1)) != 0) {
+  auto rows = static_cast<std::uint32_t>(std::abs(stretch.length) + 2);
+  const std::uint32_t shift = place % word_bits;
+  if (shift > word_bits - 3) {
+    for (; rows > 0; --rows, place += stride) queue_row(place, map_.take(place, 7));
+    return;
+  }
+  const Word three = Word{7} << shift;
+  const std::size_t words_in_row = map_.words_in_row();
+  std::size_t word = place / word_bits;
+  const std::size_t end = word + rows * words_in_row;
+  place -= shift;
+  while (word != end) {
+    const Word pixels = map_.word(word) & three;
+    map_.word(word) ^= pixels;
+    word += words_in_row;
+    std::uint32_t count = 1;
+    if (is_single(pixels)) {
+      for (; word != end; word += words_in_row, ++count) {
+        const Word left = map_.word(word) ^ pixels;
+        if ((left & three) != 0) break;
+        map_.word(word) = left;
+      }
+      queue_down(place + first_of(pixels), static_cast<std::int32_t>(count));
+    } else if (pixels != 0) {
       queue_row(place, pixels);
-      place += stride;
-      continue;
     }
-    const std::uint32_t top = place + first_of(pixels);
-    std::int32_t length = 1;
-    Word below = 0;
-    for (place += stride; place != end; place += stride) {
-      below = map_.take_three(place);
-      if (below != pixels) break;
-      ++length;
-    }
-    queue_down(top, length);
-    if (place == end) return;
-    queue_row(place, below);
-    place += stride;
+    place += count * stride;
   }
 }
 
@@ -150,9 +156,9 @@ void Pixel_flood::queue_row(std::uint32_t place, Word pixels) {
     const std::uint32_t skipped = first_of(pixels);
     pixels >>= skipped;
     place += skipped;
-    const std::uint32_t length = ~pixels == 0 ? Pixel_map::word_bits : first_of(~pixels);
+    const std::uint32_t length = ~pixels == 0 ? word_bits : first_of(~pixels);
     queue_along(place, static_cast<std::int32_t>(length));
-    if (length == Pixel_map::word_bits) return;
+    if (length == word_bits) return;
     pixels >>= length;
     place += length;
   }

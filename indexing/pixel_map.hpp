@@ -52,6 +52,35 @@ class Pixel_map {
     return taken;
   }
 
+  // What is taken on three rows one below the other.
+  struct Three_rows {
+    Word above, own, below;
+  };
+
+  // The same from `place` on, above and below it. Most often each row lies in one word.
+  Three_rows take_rows(std::uint32_t place, Word mask) {
+    const std::uint32_t shift = place % word_bits;
+    const Word in_word = mask << shift;
+    if (in_word >> shift != mask) {
+      const Word above = take(place - stride_, mask);
+      const Word own = take(place, mask);
+      return {above, own, take(place + stride_, mask)};
+    }
+    const auto take_row = [&](Word& word) {
+      const Word taken = word & in_word;
+      word ^= taken;
+      return taken >> shift;
+    };
+    const std::size_t k = place / word_bits;
+    const Word above = take_row(words_[k - words_in_row()]);
+    const Word own = take_row(words_[k]);
+    return {above, own, take_row(words_[k + words_in_row()])};
+  }
+
+  // The free pixels from place k * word_bits on; those below them are words_in_row() words later.
+  Word& word(std::size_t k) { return words_[k]; }
+  std::size_t words_in_row() const { return stride_ / word_bits; }
+
   // The free pixels of three rows of three around `place`, a bit each in place order.
   Word around(std::uint32_t place) const {
     const std::uint32_t corner = place - 1;

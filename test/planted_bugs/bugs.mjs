@@ -1279,6 +1279,11 @@ export const bugs = {
       replace: 'if (shift > word_bits - 1) return take(place, 7);',
     },
     {
+      name: 'rows in two words are taken from the first alone',
+      find: 'if (in_word >> shift != mask) {',
+      replace: 'if (mask == 0) {',
+    },
+    {
       name: 'the second word is not shifted into its place',
       find: 'word[1] << 1 << (word_bits - 1 - shift)',
       replace: 'word[1] << (word_bits - 1 - shift)',
@@ -1344,8 +1349,8 @@ export const bugs = {
   'indexing/pixel_flood.cpp': [
     {
       name: 'a stretch takes row by row what lies in several',
-      find: 'columns = before(above | own) | before(above | below) | before(own | below);',
-      replace: 'columns = ~Word{0};',
+      find: 'columns |= up_to_first(all) | before(above | own) | before(above | below) | before(own | below);',
+      replace: 'columns |= up_to_first(all) | ~Word{0};',
     },
     {
       name: 'a stretch along a row is carried on downwards',
@@ -1354,8 +1359,8 @@ export const bugs = {
     },
     {
       name: 'a long stretch forgets the column behind what is looked at as one',
-      find: 'Pixel_map::word_bits) - 2;',
-      replace: 'Pixel_map::word_bits) - 1;',
+      find: 'static_cast<std::int32_t>(word_bits) - 2;',
+      replace: 'static_cast<std::int32_t>(word_bits) - 1;',
     },
     {
       name: 'the first pixel of a stretch takes two columns',
@@ -1371,6 +1376,16 @@ export const bugs = {
       name: 'what is left of a line is written again',
       find: 'push({ends.second, 0});',
       replace: 'push({ends.second, 1});',
+    },
+    {
+      name: 'a column on the border of a word is looked at in the first word alone',
+      find: '  if (shift > word_bits - 3) {',
+      replace: '  if (shift > word_bits - 1) {',
+    },
+    {
+      name: 'a stretch down a column leaves what is beside it',
+      find: 'if ((left & three) != 0) break;',
+      replace: 'if ((left & pixels) != 0) break;',
     },
     {
       name: 'a stretch down a column ends a row early',
