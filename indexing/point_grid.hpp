@@ -93,7 +93,9 @@ class Point_grid {
   Taken_points sum_gathered();
 
   void search_grid(const Grid& grid, Search& search) const;
-  void search_block(const Grid& grid, const Block& block, Search& search) const;
+  void search_block(const Grid& grid, const Block& block, std::uint32_t first_row,
+                    Search& search) const;
+  void search_row(const Grid& grid, std::uint32_t row, const Block& block, Search& search) const;
   void search_between(std::size_t first, std::size_t last, Search& search) const;
   void offer(std::size_t place, double square, Search& search) const;
 

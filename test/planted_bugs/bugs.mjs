@@ -499,6 +499,11 @@ export const bugs = {
       replace: '',
     },
     {
+      name: 'a search ends at the bottom of a block without its top',
+      find: 'row == block.bottom ? block.top : row + 1',
+      replace: 'row == block.bottom ? first_row : row + 1',
+    },
+    {
       name: 'the last places of a crowded stretch are not looked at',
       find: 'gather_between(starts_[cell], starts_[cell + 1], centre, largest_square);',
       replace: 'gather_between(starts_[cell], starts_[cell], centre, largest_square);',
