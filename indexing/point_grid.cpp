@@ -309,8 +309,13 @@ inline void Point_grid::search_between(std::size_t first, std::size_t last, Sear
     }
     const double even = std::min(squares[0], squares[2]);
     const double odd = std::min(squares[1], squares[3]);
-    if (std::min(even, odd) > search.limit) continue;
-    for (std::size_t k = 0; k < batch; ++k) offer(first + k, squares[k], search);
+    const double least = std::min(even, odd);
+    if (least > search.limit) continue;
+    // Squares above this have a larger root than the least of the batch, which is offered too.
+    const double limit = least * (1.0 + 0x1p-50);
+    for (std::size_t k = 0; k < batch; ++k) {
+      if (squares[k] <= limit) offer(first + k, squares[k], search);
+    }
   }
 }
 

@@ -13,7 +13,7 @@
 // Any other code keeps nothing.
 // Shape: two groups, the x and the y coordinates of the kept points in chain order; for an empty
 // set one single group that holds one NaN, a marker that no other input gives.
-// Cost: nearly linear, some 0.1 to 0.3 us a point; see indexing/point_grid.hpp. A code that keeps
+// Cost: nearly linear, some 0.1 to 0.2 us a point; see indexing/point_grid.hpp. A code that keeps
 // nothing needs no walk.
 std::vector<Group_of_arrays> point_density(std::vector<double> x, std::vector<double> y,
                                            double density);

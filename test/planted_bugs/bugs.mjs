@@ -499,6 +499,11 @@ export const bugs = {
       replace: '',
     },
     {
+      name: 'of places looked at together only the one with the least square counts',
+      find: 'const double limit = least * (1.0 + 0x1p-50);',
+      replace: 'const double limit = least;',
+    },
+    {
       name: 'a search ends at the bottom of a block without its top',
       find: 'row == block.bottom ? block.top : row + 1',
       replace: 'row == block.bottom ? first_row : row + 1',
