@@ -107,6 +107,8 @@ TEST(Runs_left, what_lies_higher_is_passed) {
                         {static_cast<float>(column), static_cast<float>(column)});
   }
   Runs_left left(runs.pairs());
+  EXPECT_TRUE(left.may_stop_before(99, 1, 1)) << "the line itself, which is left";
+  left.forget_passed();
   for (Place run = 1; run + 2 < runs.rows.size(); run += 2) {
     left.take(run);
     EXPECT_FALSE(left.may_stop_before(run + 2, run, 1));
