@@ -89,14 +89,20 @@ bool Column_runs::take_touching(Run reference, bool first_is_exempt, std::vector
     return true;
   }
   const Run from = first_is_exempt ? first + 1 : first;
-  const bool stops = left_.is_any_below(reference, from);
-  std::optional<Run> stop;  // searched for when something may stand before what touches
+  // Where the last search stopped before all that touches was taken, as in solid shapes, the next
+  // one does most likely: then the stop is searched for at once.
+  std::optional<Runs_left::Stop> stop;
+  if (was_cut_short_) stop = left_.stop_of(reference, from);
+  const bool stops = stop ? stop->stops : left_.is_any_below(reference, from);
+  was_cut_short_ = false;
   for_each_touching(reference, [&](Run run) {
     if (!left_.is_left(run)) return;
-    if (!stop && left_.may_stop_before(run, reference, from)) {
-      stop = left_.stop_of(reference, from).place;
+    if (!stop && left_.may_stop_before(run, reference, from)) stop = left_.stop_of(reference, from);
+    if (stop && run >= stop->place) {
+      was_cut_short_ = true;
+    } else {
+      take(run);
     }
-    if (!stop || run < *stop) take(run);
   });
   return stops;
 }

@@ -52,6 +52,7 @@ class Column_runs {
   // a later one, that does not, if there is none.
   std::vector<Run> first_before_;
   std::vector<Run> first_behind_;
+  bool was_cut_short_ = false;
 };
 
 }  // namespace chart_trace

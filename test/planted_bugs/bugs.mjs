@@ -975,8 +975,13 @@ export const bugs = {
     },
     {
       name: 'runs behind the stop of a column join',
-      find: 'if (!stop || run < *stop) take(run);',
-      replace: 'take(run);',
+      find: 'stop && run >= stop->place',
+      replace: 'stop && run > pairs_.count',
+    },
+    {
+      name: 'a search of columns for which a stop was looked up always stops',
+      find: 'stop ? stop->stops :',
+      replace: 'stop ? true :',
     },
     {
       name: 'runs of a column join twice',
