@@ -1624,12 +1624,12 @@ export const bugs = {
     },
     {
       name: 'the last few points are left out',
-      find: '  for (; i < compartments.size(); ++i) move(i, places[compartments[i]]++);\n',
+      find: '  for (; i < size; ++i) move(i, places[compartment_of(i)]++);\n',
       replace: '',
     },
     {
       name: 'the points that are left over make a group',
-      find: '  places.pop_back();\n',
+      find: '  ends.pop_back();\n',
       replace: '',
     },
     {
