@@ -473,6 +473,23 @@ TEST(Horizontal_paths, runs_in_raster_order_are_taken_alike_on_both_ways) {
   }
 }
 
+// Sizes around that from which the list is fetched ahead of the searches.
+TEST(Horizontal_paths, many_runs_in_raster_order_are_taken_alike_on_both_ways) {
+  Random random(1);
+  Points points = picture(random, 1000, 600, 1, Order::raster);
+  for (const std::size_t size : {(1U << 17) + 1, 1U << 17, (1U << 17) - 1}) {
+    ASSERT_GE(points.x.size(), size);
+    points.x.resize(size);
+    points.y.resize(size);
+    const Runs runs(points);
+    ASSERT_EQ(runs.rows.size(), size);
+    std::optional<Raster_runs> by_rows = Raster_runs::of(runs.pairs());
+    ASSERT_TRUE(by_rows);
+    EXPECT_EQ(in_order_of_joining(*std::move(by_rows)),
+              in_order_of_joining(Unordered_runs(runs.pairs())));
+  }
+}
+
 TEST(Horizontal_paths, runs_by_columns_are_taken_alike_on_both_ways) {
   for (const int height : {4, 300}) {
     for (std::uint64_t seed = 0; seed < 10; ++seed) {
