@@ -10,6 +10,18 @@
 namespace chart_trace {
 namespace {
 
+// Boxes are looked at beforehand, evenly spread, up to so many, and no more than one in four.
+constexpr std::size_t most_samples = 64;
+// On average, the two sides of a box together may be so many radii long, a diameter each, and the
+// shorter one must be so many pixels. Boxes of solid shapes that come row by row are a row or two
+// high: a bitmap takes such with a few words.
+constexpr double longest_sides = 4.0;  // radii
+constexpr double shortest_side = 4.0;  // pixels
+// A box that is near costs as much as so many that are passed over.
+constexpr std::size_t cost_of_near = 8;
+// Looks for each point, all discs together, at which boxes do not pay.
+constexpr std::size_t most_looks = 8;
+
 // How far a value lies outside a range, 0 within it; NaN if the range is, so that it is not passed
 // over.
 double outside(double low, double high, double value) {
@@ -18,27 +30,24 @@ double outside(double low, double high, double value) {
 
 }  // namespace
 
-// On average, the sides of a box must not exceed the disc's diameter, and its points not fill more
-// than a fortieth of it: of fuller ones a bitmap takes as many with a word.
 std::optional<Point_boxes> Point_boxes::of(const std::vector<double>& x,
                                            const std::vector<double>& y, double largest_square) {
   const std::size_t whole_boxes = x.size() / in_a_box;
-  const std::size_t samples = std::min<std::size_t>(64, whole_boxes / 4);
+  const std::size_t samples = std::min(most_samples, whole_boxes / 4);
   if (samples == 0) return std::nullopt;
   double sides = 0.0;
-  double areas = 0.0;
+  double shorter_sides = 0.0;
   for (std::size_t k = 0; k < samples; ++k) {
-    const std::size_t first = whole_boxes * k / samples * in_a_box;
-    const Box box = box_of(x, y, first);
+    const Box box = box_of(x, y, whole_boxes * k / samples * in_a_box);
     const double width = box.right - box.left;
     const double height = box.bottom - box.top;
     sides += width + height;
-    areas += width * height;
+    shorter_sides += std::min(width, height);
   }
   const auto count = static_cast<double>(samples);
-  const bool are_near = sides <= count * 4.0 * std::sqrt(largest_square);
-  const bool are_thin = areas >= count * 40.0 * in_a_box;
-  if (!are_near || !are_thin) return std::nullopt;
+  const bool are_near = sides <= count * longest_sides * std::sqrt(largest_square);
+  const bool are_high = shorter_sides >= count * shortest_side;
+  if (!are_near || !are_high) return std::nullopt;
   return Point_boxes(x, y, largest_square);
 }
 
@@ -63,7 +72,7 @@ Point_boxes::Box Point_boxes::box_of(const std::vector<double>& x, const std::ve
 
 std::optional<Taken_points> Point_boxes::take_next() {
   while (first_ < boxes_.size() && boxes_[first_].held == 0) ++first_;
-  if (first_ == boxes_.size() || looks_ > 8 * x_.size()) return std::nullopt;
+  if (first_ == boxes_.size() || looks_ > most_looks * x_.size()) return std::nullopt;
   const std::size_t seed =
       first_ * in_a_box + static_cast<std::size_t>(lowest_bit(boxes_[first_].held));
   const double x = x_[seed];
@@ -82,7 +91,7 @@ std::optional<Taken_points> Point_boxes::take_next() {
 }
 
 void Point_boxes::take_from(std::size_t number, double x, double y, Taken_points& taken) {
-  looks_ += 8;
+  looks_ += cost_of_near;
   const double* const xs = &x_[number * in_a_box];
   const double* const ys = &y_[number * in_a_box];
   const std::size_t count = std::min(in_a_box, x_.size() - number * in_a_box);

@@ -12,9 +12,8 @@ namespace chart_trace {
 // Points to be taken out disc by disc, each around the first point left in input order: held in
 // boxes of 64, as they follow each other in the input.
 //
-// Pays for thin lines that have been followed, as a flood fill does: points that follow each other
-// lie together there, so that a disc cuts few boxes and passes over all others with one look at
-// each, and a bitmap of the picture would be mostly empty.
+// Pays for lines that have been followed, as a flood fill does: points that follow each other lie
+// together there, so that a disc cuts few boxes and passes over all others with one look at each.
 //
 // Why the answers are exact: a box only proposes its points, the distance as it is computed
 // decides. No box is missed: subtraction, multiplication and addition never decrease when what they
@@ -28,10 +27,11 @@ class Point_boxes {
   static std::optional<Point_boxes> of(const std::vector<double>& x, const std::vector<double>& y,
                                        double largest_square);
 
-  // Takes the disc around the first point left. Nothing when none is left, when that point is at no
-  // distance of any, itself included, as its coordinates are no finite numbers, or when boxes have
-  // not paid after all. Cost: a look at each box from the first one left on, and 64 distances for
-  // each that is near; all calls together, as good as nothing beyond some ten looks for each point.
+  // Takes the disc around the first point left. Nothing when none is left; when that point is at no
+  // distance of any, itself included, as its coordinates are no finite numbers; or when boxes turn
+  // out not to pay, and what they hold is better left to others. Cost: a look at each box from the
+  // first one left on, and 64 distances for each that is near; all calls together no more than some
+  // ten looks for each point, as more do not pay.
   std::optional<Taken_points> take_next();
 
   // Whether point i of the set has not been taken.
@@ -53,7 +53,7 @@ class Point_boxes {
   double largest_square_;
   std::vector<Box> boxes_;
   std::size_t first_ = 0;  // none before it holds a point
-  std::size_t looks_ = 0;  // at boxes from afar, and eight for each that was near
+  std::size_t looks_ = 0;  // at boxes so far; several for one that was near
 };
 
 }  // namespace chart_trace

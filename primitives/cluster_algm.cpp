@@ -51,6 +51,7 @@ void Cluster_algm::gather_clusters(double largest_square) {
   if (auto boxes = Point_boxes::of(x_points, y_points, largest_square)) {
     while (const auto cluster = boxes->take_next()) add_centroid(*cluster);
     keep_held(*boxes);
+    if (x_points.empty()) return;
   }
   if (auto pixels = Pixel_tiles::of(x_points, y_points, largest_square)) {
     while (const auto cluster = pixels->take_next()) add_centroid(*cluster);
