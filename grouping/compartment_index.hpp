@@ -24,7 +24,9 @@ namespace chart_trace {
 // are looked up in the borders, once each: a compartment takes whole columns. So they cost half as
 // much as other points.
 //
-// The vectors must outlive the index. Cost: two passes here, one for each call of a function below.
+// The vectors must outlive the index. Cost: two passes here, three when a late point is the first
+// that is no pixel, and a sort of the x values when gaps are told as one; one pass for each call of
+// a function below.
 class Compartment_index {
  public:
   // How compartments without points are told: each, or, where there are far more compartments than

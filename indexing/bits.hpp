@@ -1,8 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 
 namespace chart_trace {
+
+// The bits of a value, as a number that rises with it from 0.0 to infinity; all others have larger
+// ones.
+inline std::uint64_t bits_of(double value) {
+  std::uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof bits);
+  return bits;
+}
 
 // The number of the lowest bit that is set in `word`, which must not be 0.
 inline std::int64_t lowest_bit(std::uint64_t word) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 namespace chart_trace {
 
 // A closed box around a centre: the seed's box of Box_bubble and the reach of a pixel in the flood
@@ -17,5 +19,11 @@ struct Box {
     return x >= left && right >= x && y >= low && high >= y;
   }
 };
+
+// How far a value lies outside a range, 0 within it. NaN if the value or the lower bound is NaN, or
+// if both are the same infinity.
+inline double outside(double value, double low, double high) {
+  return std::max(std::max(low - value, value - high), 0.0);
+}
 
 }  // namespace chart_trace

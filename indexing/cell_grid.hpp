@@ -54,10 +54,6 @@ struct Cell_grid {
     if (!(position > 0.0)) return 0;
     return position < count ? static_cast<std::uint32_t>(position) : count - 1;
   }
-
-  static double outside(double value, double low, double high) {
-    return std::max(std::max(low - value, value - high), 0.0);
-  }
 };
 
 inline Cell_grid Cell_grid::over(const Box& box, std::size_t count) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "indexing/bits.hpp"
 #include "indexing/box.hpp"
 
 #if defined(__SSE2__)
@@ -79,12 +80,6 @@ class Cell_parts {
   static double cells_in_one(double side) {
     if (side > 1e150) return 0.0;
     return side > 1e-150 ? 1.0 / side : 1.0;
-  }
-
-  static std::uint64_t bits_of(double value) {
-    std::uint64_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    return bits;
   }
 
   double in_one_;  // parts in a length of one; 0 when all points share a cell

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 
 #include "indexing/bits.hpp"
@@ -76,11 +75,7 @@ std::vector<double> squares_up_to(double bound, Squares squares, std::size_t cou
 // are sorted digit by digit: the bits of doubles that are not negative are ordered as they are.
 void sort_smallest(std::vector<double>& squares, std::size_t taken) {
   if (squares.size() >= many) {
-    radix_sort(squares, [](double square) {
-      std::uint64_t bits = 0;
-      std::memcpy(&bits, &square, sizeof bits);
-      return bits;
-    });
+    radix_sort(squares, [](double square) { return bits_of(square); });
     return;
   }
   const auto end = squares.begin() + static_cast<std::ptrdiff_t>(std::min(taken, squares.size()));

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "indexing/bits.hpp"
+
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -10,13 +12,7 @@
 namespace chart_trace {
 namespace {
 
-constexpr std::size_t four = 4;
-
-std::uint64_t bits_of(double value) {
-  std::uint64_t bits = 0;
-  std::memcpy(&bits, &value, sizeof bits);
-  return bits;
-}
+constexpr std::size_t at_once = 4;
 
 bool is_coordinate(double value) {
   // Numbers from 0.0 on are in the order of their bits; whatever has a sign and NaN come behind.
@@ -40,11 +36,11 @@ void unpack_one(Packed_pixel pixel, double* x, double* y) {
 
 // Four values as whole numbers, rounded towards 0, and the bits in which these differ from them. Of
 // a value beyond 32 bits the smallest number is made, and the bits differ.
-struct Numbers {
+struct Four_numbers {
   __m128i numbers;
   __m128i differences;
 };
-Numbers numbers_of(const double* values) {
+Four_numbers numbers_of(const double* values) {
   const __m128d low = _mm_loadu_pd(values);
   const __m128d high = _mm_loadu_pd(values + 2);
   const __m128i low_numbers = _mm_cvttpd_epi32(low);
@@ -56,8 +52,8 @@ Numbers numbers_of(const double* values) {
 }
 
 bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
-  const Numbers xs = numbers_of(x);
-  const Numbers ys = numbers_of(y);
+  const Four_numbers xs = numbers_of(x);
+  const Four_numbers ys = numbers_of(y);
   const __m128i packed = _mm_or_si128(xs.numbers, _mm_slli_epi32(ys.numbers, 16));
   std::memcpy(pixels, &packed, sizeof packed);
   const __m128i too_large = _mm_srli_epi32(_mm_or_si128(xs.numbers, ys.numbers), 16);
@@ -80,14 +76,14 @@ void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
 #else
 
 bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
-  for (std::size_t i = 0; i < four; ++i) {
+  for (std::size_t i = 0; i < at_once; ++i) {
     if (!pack_one(x + i, y + i, pixels + i)) return false;
   }
   return true;
 }
 
 void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
-  for (std::size_t i = 0; i < four; ++i) unpack_one(pixels[i], x + i, y + i);
+  for (std::size_t i = 0; i < at_once; ++i) unpack_one(pixels[i], x + i, y + i);
 }
 
 #endif
@@ -98,7 +94,7 @@ std::optional<std::vector<Packed_pixel>> packed_pixels(const std::vector<double>
                                                        const std::vector<double>& y) {
   std::vector<Packed_pixel> pixels(x.size());
   std::size_t i = 0;
-  for (; i + four <= x.size(); i += four) {
+  for (; i + at_once <= x.size(); i += at_once) {
     if (!pack_four(&x[i], &y[i], &pixels[i])) return std::nullopt;
   }
   for (; i < x.size(); ++i) {
@@ -110,7 +106,7 @@ std::optional<std::vector<Packed_pixel>> packed_pixels(const std::vector<double>
 void unpack(const std::vector<Packed_pixel>& pixels, std::vector<double>& x,
             std::vector<double>& y) {
   std::size_t i = 0;
-  for (; i + four <= pixels.size(); i += four) unpack_four(&pixels[i], &x[i], &y[i]);
+  for (; i + at_once <= pixels.size(); i += at_once) unpack_four(&pixels[i], &x[i], &y[i]);
   for (; i < pixels.size(); ++i) unpack_one(pixels[i], &x[i], &y[i]);
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 #include "indexing/bits.hpp"
@@ -30,12 +29,6 @@ bool seem_sorted(const std::vector<double>& values) {
 // Whether whole steps from `value` are exact, and few enough to be counted; not for NaN.
 bool is_exact(double value) {
   return std::fabs(value) < (1 << 29) && std::floor(value * 1024) == value * 1024;
-}
-
-std::uint64_t bits_of(double value) {
-  std::uint64_t bits;
-  std::memcpy(&bits, &value, sizeof bits);
-  return bits;
 }
 
 // The bits in which a value differs from the one rebuilt from its steps: some when it lies between

@@ -21,7 +21,7 @@ class Pixel_map {
   // The map of a clean picture in raster order: row after row, left to right, no pixel twice, all
   // whole steps of one apart. Nothing for every other set: one with a NaN or an infinity, a -0.0
   // (which would come back as 0.0), another order, or so sparse that the map would take more
-  // than 32 bytes a point. Cost: two passes.
+  // than 32 bytes a point. Cost: two passes, three when the picture reaches left of 0.
   static std::optional<Pixel_map> of_raster(const std::vector<double>& columns,
                                             const std::vector<double>& rows);
 
@@ -87,9 +87,8 @@ class Pixel_map {
     const std::uint32_t shift = corner % word_bits;
     if (shift > word_bits - 3) return around_in_two_words(place);
     const Word* const own = &words_[corner / word_bits];
-    const std::size_t words_in_row = stride_ / word_bits;
-    const Word above = *(own - words_in_row);
-    const Word below = own[words_in_row];
+    const Word above = *(own - words_in_row());
+    const Word below = own[words_in_row()];
     return (above >> shift & 7) | (*own >> shift & 7) << 3 | (below >> shift & 7) << 6;
   }
 

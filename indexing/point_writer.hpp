@@ -8,6 +8,9 @@ namespace chart_trace {
 
 // Writes points one behind the other over two parallel vectors, as many as these hold. Which
 // coordinate is called column is the caller's choice.
+//
+// Up to three values behind count() may be overwritten in each vector, as far as there is room.
+// Callers must not need them any more.
 class Point_writer {
  public:
   Point_writer(std::vector<double>& columns, std::vector<double>& rows)

@@ -250,8 +250,8 @@ export const bugs = {
     },
     {
       name: 'many squares are sorted by the lower half of their bits',
-      find: 'return bits;',
-      replace: 'return bits & 0xffffffffU;',
+      find: 'return bits_of(square);',
+      replace: 'return bits_of(square) & 0xffffffffU;',
     },
     {
       name: 'what the sample promised is all there is',
@@ -429,11 +429,6 @@ export const bugs = {
       find: ': count - 1;',
       replace: ': 0;',
     },
-    {
-      name: 'a box is judged by its middle',
-      find: 'std::max(std::max(low - value, value - high), 0.0)',
-      replace: 'std::abs(value - (low * 0.5 + high * 0.5))',
-    },
   ],
 
   'indexing/point_grid.cpp': [
@@ -577,6 +572,11 @@ export const bugs = {
   ],
 
   'indexing/box.hpp': [
+    {
+      name: 'a box is judged by its middle',
+      find: 'std::max(std::max(low - value, value - high), 0.0)',
+      replace: 'std::max(value - (low * 0.5 + high * 0.5), low * 0.5 + high * 0.5 - value)',
+    },
     {
       name: 'the left edge is outside',
       find: 'x >= left',
