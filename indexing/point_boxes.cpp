@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "indexing/bits.hpp"
+#include "indexing/box.hpp"
 #include "indexing/near_points.hpp"
 #include "indexing/range.hpp"
 
@@ -22,12 +23,6 @@ constexpr std::size_t cost_of_near = 8;
 // Looks for each point, all discs together, at which boxes do not pay.
 constexpr std::size_t most_looks = 8;
 
-// How far a value lies outside a range, 0 within it; NaN if the range is, so that it is not passed
-// over.
-double outside(double low, double high, double value) {
-  return std::max(std::max(low - value, value - high), 0.0);
-}
-
 }  // namespace
 
 std::optional<Point_boxes> Point_boxes::of(const std::vector<double>& x,
@@ -38,7 +33,7 @@ std::optional<Point_boxes> Point_boxes::of(const std::vector<double>& x,
   double sides = 0.0;
   double shorter_sides = 0.0;
   for (std::size_t k = 0; k < samples; ++k) {
-    const Box box = box_of(x, y, whole_boxes * k / samples * in_a_box);
+    const Held_box box = box_of(x, y, whole_boxes * k / samples * in_a_box);
     const double width = box.right - box.left;
     const double height = box.bottom - box.top;
     sides += width + height;
@@ -60,8 +55,8 @@ Point_boxes::Point_boxes(const std::vector<double>& x, const std::vector<double>
   }
 }
 
-Point_boxes::Box Point_boxes::box_of(const std::vector<double>& x, const std::vector<double>& y,
-                                     std::size_t first) {
+Point_boxes::Held_box Point_boxes::box_of(const std::vector<double>& x,
+                                          const std::vector<double>& y, std::size_t first) {
   const std::size_t count = std::min(in_a_box, x.size() - first);
   const Range across = range_of(&x[first], count);
   const Range down = range_of(&y[first], count);
@@ -80,9 +75,9 @@ std::optional<Taken_points> Point_boxes::take_next() {
   Taken_points taken;
   looks_ += boxes_.size() - first_;
   for (std::size_t k = first_; k < boxes_.size(); ++k) {
-    const Box& box = boxes_[k];
-    const double dy = outside(box.top, box.bottom, y);
-    const double dx = outside(box.left, box.right, x);
+    const Held_box& box = boxes_[k];
+    const double dy = outside(y, box.top, box.bottom);  // NaN if the box's range is: looked at then
+    const double dx = outside(x, box.left, box.right);
     if (dy * dy + dx * dx > largest_square_ || box.held == 0) continue;
     take_from(k, x, y, taken);
   }

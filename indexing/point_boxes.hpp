@@ -39,19 +39,20 @@ class Point_boxes {
 
  private:
   static constexpr std::size_t in_a_box = 64;
-  struct Box {
+  struct Held_box {
     double left, right, top, bottom;
     std::uint64_t held;  // bit k: the box's point k has not been taken
   };
 
   Point_boxes(const std::vector<double>& x, const std::vector<double>& y, double largest_square);
-  static Box box_of(const std::vector<double>& x, const std::vector<double>& y, std::size_t first);
+  static Held_box box_of(const std::vector<double>& x, const std::vector<double>& y,
+                         std::size_t first);
   void take_from(std::size_t number, double x, double y, Taken_points& taken);
 
   const std::vector<double>& x_;
   const std::vector<double>& y_;
   double largest_square_;
-  std::vector<Box> boxes_;
+  std::vector<Held_box> boxes_;
   std::size_t first_ = 0;  // none before it holds a point
   std::size_t looks_ = 0;  // at boxes so far; several for one that was near
 };

@@ -291,8 +291,8 @@ export const bugs = {
   'indexing/point_boxes.cpp': [
     {
       name: 'a box is passed over when its left edge is out of reach',
-      find: 'std::max(std::max(low - value, value - high), 0.0)',
-      replace: 'std::fabs(low - value)',
+      find: 'outside(x, box.left, box.right)',
+      replace: 'std::fabs(x - box.left)',
     },
     {
       name: 'a box that has a NaN first is passed over',
