@@ -12,9 +12,10 @@ namespace chart_trace {
 // enough. Each level holds the largest of every eight values of the level below, or more: when a
 // value is taken out, the levels above are left as they are until a search comes to the end of the
 // eight in vain. No value may be NaN; negative infinity stands for no value.
-// Cost: linear to build, one store to take a value out or lower it, O(log n) for a search. Each
-// such value lets one search, on each level, come to the end of eight in vain, and no more: they
-// are corrected there.
+// Cost: linear to build, one store to take a value out or lower it, O(log n) for a search, from a
+// place on or for the largest. Each such value lets one search, on each level, come to the end of
+// eight in vain or find less below than the level says, and no more: that is corrected there, and
+// the search for the largest begins anew from the top.
 template <typename Value>
 class Max_tree {
  public:

@@ -6,6 +6,10 @@
 namespace chart_trace {
 namespace {
 
+// A run that reaches the one so many places before it in its row stands in a crowd. From about as
+// many on Unordered_runs is faster: it need not pass over each touching run that was taken.
+constexpr Run crowd = 32;
+
 template <typename Number>
 bool is_finite(Number number) {
   return std::fabs(number) <= std::numeric_limits<Number>::max();
@@ -23,11 +27,12 @@ std::optional<Raster_runs> Raster_runs::of(const Run_pairs& pairs) {
   return runs;
 }
 
-// Returns false when the runs turn out to be in another order.
+// Returns false when the runs turn out to be in another order, or a row to be crowded: before the
+// neighbours of the crowd are gone through.
 bool Raster_runs::find_neighbours() {
   if (!(pairs_.step > 0.0 && is_finite(pairs_.step))) return false;
   neighbours_.reserve(pairs_.count);
-  bool is_crowded = false;
+  bool touch_in_row = false;
   Run row = 0;  // the first run of the row in hand
   Run row_above = 0;
   Run first = 0;  // of those in the row above that touch the run in hand
@@ -38,7 +43,10 @@ bool Raster_runs::find_neighbours() {
       return false;
     if (k > 0 && pairs_.rows[k - 1] == pairs_.rows[k]) {
       if (!(pairs_.extents[k - 1].max <= extent.min)) return false;
-      is_crowded |= reaches(k - 1, k);
+      if (reaches(k - 1, k)) {
+        if (k - row >= crowd && reaches(k - crowd, k)) return false;
+        touch_in_row = true;
+      }
     } else if (k > 0) {
       if (!(pairs_.rows[k - 1] < pairs_.rows[k])) return false;
       if (row_above != row && pairs_.is_near(row_above, k)) return false;
@@ -54,12 +62,12 @@ bool Raster_runs::find_neighbours() {
     neighbours_.back().above.first = first;
     neighbours_.back().above.last = last;
     for (Run j = first; j < last; ++j) {
-      Range& below = neighbours_[j].below;
+      Run_range& below = neighbours_[j].below;
       if (below.first == below.last) below.first = k;
       below.last = k + 1;
     }
   }
-  is_crowded_ = is_crowded;
+  touch_in_row_ = touch_in_row;
   return true;
 }
 
@@ -70,9 +78,9 @@ bool Raster_runs::reaches(Run left, Run right) const {
   return static_cast<double>(pairs_.extents[left].max - pairs_.extents[right].min) >= -pairs_.step;
 }
 
-Raster_runs::Range Raster_runs::touching_in_row(Run reference) const {
+Raster_runs::Run_range Raster_runs::touching_in_row(Run reference) const {
   const double* const rows = pairs_.rows;
-  Range same{reference, reference};
+  Run_range same{reference, reference};
   while (same.first > 0 && rows[same.first - 1] == rows[reference] &&
          reaches(same.first - 1, reference)) {
     --same.first;

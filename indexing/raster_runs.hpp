@@ -20,11 +20,18 @@ namespace chart_trace {
 // List order is the order of the picture, so the runs that touch stand in the right order and all
 // before those that lie too far below; and whether one of these is left is answered by the last run
 // that is left, for none lies lower.
-// Cost: linear in the number of runs and of touching pairs, all calls together; 17 bytes a run.
+//
+// A row is crowded when a run in it touches the 32nd before it, as when a pixel comes 33 times:
+// such lists are left to Unordered_runs. In all others the touching pairs are O(n). For when no two
+// runs of a row touch, no two runs of it both touch the same two of the next such row, and so two
+// rows have fewer pairs than runs; and each row is 32 of that kind, every 32nd run of it.
+//
+// Cost: linear in the number of runs, all calls together; 17 bytes a run.
 class Raster_runs {
  public:
-  // Nothing unless the runs are in raster order, on finite coordinates, in rows so far apart that
-  // only the rows next to each other are within the tolerance, and the step is positive and finite.
+  // Nothing unless the runs are in raster order, on finite coordinates, in rows that are not
+  // crowded and lie so far apart that only those next to each other are within the tolerance, and
+  // the step is positive and finite.
   static std::optional<Raster_runs> of(const Run_pairs& pairs);
 
   std::size_t left() const { return left_; }
@@ -44,32 +51,32 @@ class Raster_runs {
     fetch_ahead_of(reference);
     const Neighbours& neighbours = neighbours_[reference];
     take_left_of(neighbours.above, taken);
-    if (is_crowded_) take_left_of(touching_in_row(reference), taken);
+    if (touch_in_row_) take_left_of(touching_in_row(reference), taken);
     take_left_of(neighbours.below, taken);
     return stops;
   }
 
  private:
-  struct Range {
+  struct Run_range {
     Run first;
     Run last;  // the one behind the last
   };
   struct Neighbours {
-    Range above;  // in the row above
-    Range below;  // in the row below
+    Run_range above;  // in the row above
+    Run_range below;  // in the row below
   };
 
   explicit Raster_runs(const Run_pairs& pairs) : pairs_(pairs) {}
   bool find_neighbours();
   bool reaches(Run left, Run right) const;
-  Range touching_in_row(Run reference) const;
+  Run_range touching_in_row(Run reference) const;
   void find_last_left();
 
   void take(Run run) {
     is_left_[run] = 0;
     --left_;
   }
-  void take_left_of(Range range, std::vector<Run>& taken) {
+  void take_left_of(Run_range range, std::vector<Run>& taken) {
     for (Run run = range.first; run < range.last; ++run) {
       if (!is_left_[run]) continue;
       take(run);
@@ -94,7 +101,7 @@ class Raster_runs {
 
   Run_pairs pairs_;
   std::vector<Neighbours> neighbours_;
-  bool is_crowded_ = false;  // whether runs of a row touch each other
+  bool touch_in_row_ = false;  // whether runs of a row touch each other
   std::vector<char> is_left_;
   std::size_t left_ = 0;
   Run first_left_ = 0;  // none before it is left

@@ -76,12 +76,13 @@ class Runs_left {
   Run first_ = 0;  // none before it is left
   std::vector<Descent> descents_;
   std::size_t first_descent_ = 0;  // the one that the search before began in
-  double last_row_ = 0;  // of the reference before, and the descent in which its search stopped
-  std::size_t last_stop_ = 0;
-  Run lowest_run_;  // of all left, unless it was taken; or the number of all runs
-  // No run left in the descents from the first to before this one lies lower than this row.
-  std::size_t passed_ = 0;
-  double lowest_passed_ = 0;
+  double last_row_ = 0;            // of the reference of the search before
+  std::size_t last_stop_ = 0;      // the descent in which that search stopped
+  // The lowest run left, unless it was taken lately. The number of all runs both before the first
+  // search for it and when none is left that can stop a search.
+  Run lowest_run_;
+  std::size_t passed_ = 0;    // the descents before this one were gone through, from the first on
+  double lowest_passed_ = 0;  // no lower row than this was left in them
   Max_tree<double> lowest_{{}};  // the row of the last run left of each, or of one lower
 };
 

@@ -64,6 +64,15 @@ Pixels cloud(std::size_t count, double side) {
 
 Pixels one_spot(std::size_t count) { return {Doubles(count, 3.5), Doubles(count, 8.0)}; }
 Pixels one_cell(std::size_t count) { return cloud(count, 0.9); }
+// Rows in which all points touch each other, and then what keeps searches going to the end.
+Pixels two_spots(std::size_t count) {
+  const Doubles spot(count / 2, 5.0);
+  const Doubles row_below(spot.size(), 1.0);
+  return joined({{spot, Doubles(spot.size(), 0.0)}, {spot, row_below}, pixels({{3.0, 0.0}})});
+}
+Pixels spot_above_two_pixels(std::size_t count) {
+  return joined({{Doubles(count, 5.0), Doubles(count, 0.0)}, pixels({{5.0, 9.0}, {50.0, 9.0}})});
+}
 Pixels nothing_but_nan(std::size_t count) {
   return {Doubles(count, not_a_number), Doubles(count, not_a_number)};
 }
@@ -241,6 +250,8 @@ Pixels chain_of_a_circle(std::size_t count) { return chain_of(circle(count)); }
 const std::vector<Hard_picture>& hard_pictures() {
   static const std::vector<Hard_picture> all = {
       {"one spot", one_spot},
+      {"two spots", two_spots},
+      {"spot above two pixels", spot_above_two_pixels},
       {"one cell", one_cell},
       {"duplicates", duplicates},
       {"block by columns", block_by_columns},

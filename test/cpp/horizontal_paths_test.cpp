@@ -206,6 +206,30 @@ TEST(Horizontal_paths, what_is_no_picture_in_raster_order_is_told) {
   }
 }
 
+// A run that touches the 32nd before it in its row.
+TEST(Horizontal_paths, crowded_rows_do_not_go_the_raster_way) {
+  const auto is_raster = [](const Doubles& row) {
+    Points points{row, Doubles(row.size(), 0.0)};
+    for (const double x : row) points.add(x, 1);
+    const Points row_above{{0, 3, 6, 9, 12, 15, 18, 21, 24}, Doubles(9, -5.0)};
+    points.x.insert(points.x.begin(), row_above.x.begin(), row_above.x.end());
+    points.y.insert(points.y.begin(), row_above.y.begin(), row_above.y.end());
+    return in_raster_order(points);
+  };
+  const auto spaced = [](std::size_t count, double pitch) {
+    Doubles row;
+    while (row.size() < count) row.push_back(pitch * static_cast<double>(row.size()));
+    return row;
+  };
+  EXPECT_TRUE(is_raster(Doubles(32, 5.0)));
+  EXPECT_FALSE(is_raster(Doubles(33, 5.0)));
+  EXPECT_TRUE(is_raster(spaced(100, 0.032)));
+  EXPECT_TRUE(is_raster(spaced(32, 0.03125)));
+  EXPECT_FALSE(is_raster(spaced(33, 0.03125)))
+      << "the last one touches the first at exactly a step";
+  EXPECT_TRUE(is_raster(spaced(100, 1.5)));
+}
+
 TEST(Horizontal_paths, what_has_no_place_on_the_map_is_told) {
   const auto is_mapped = [](const Doubles& x, const Doubles& y, double step) {
     return has_a_map({x, y, step});
@@ -443,6 +467,50 @@ TEST(Horizontal_paths, runs_that_touch_on_their_own_row_equal_the_oracle) {
   }
 }
 
+// Each pixel again and again, in raster order: as often as rows may hold it, and more often.
+TEST(Horizontal_paths, pixels_that_come_again_in_their_row_equal_the_oracle) {
+  for (const int copies : {1, 2, 3, 5, 8, 31, 32, 33, 40}) {
+    for (std::uint64_t seed = 0; seed < 12; ++seed) {
+      Random random(seed);
+      const Points once = picture(random, 12, 6, 3, Order::raster);
+      Points points;
+      for (std::size_t k = 0; k < once.x.size(); ++k) {
+        const int times = seed % 2 == 0 ? copies : static_cast<int>(random.between(1, copies));
+        for (int copy = 0; copy < times; ++copy) points.add(once.x[k], once.y[k]);
+      }
+      ASSERT_TRUE(equals_the_oracle(points)) << copies << " copies, seed " << seed;
+    }
+  }
+}
+
+// From a whole step down to less than a 32nd of one, in rows a step apart.
+TEST(Horizontal_paths, points_that_lie_closer_than_a_step_equal_the_oracle) {
+  for (const double pitch : {1.0, 0.75, 0.5, 0.25, 0.1, 0.032, 0.03125, 0.02}) {
+    for (std::uint64_t seed = 0; seed < 20; ++seed) {
+      Random random(seed);
+      Points points = picture(random, 120, 4, 4, Order::raster);
+      for (double& x : points.x) x *= pitch;
+      ASSERT_TRUE(equals_the_oracle(points)) << "pitch " << pitch << ", seed " << seed;
+    }
+  }
+}
+
+TEST(Horizontal_paths, crowded_rows_equal_the_oracle) {
+  for (const std::size_t count : {1U, 2U, 31U, 32U, 33U, 34U, 100U}) {
+    const Doubles spot(count, 5.0);
+    Points points{spot, Doubles(count, 0.0)};
+    EXPECT_TRUE(equals_the_oracle(points)) << count;
+    for (std::size_t k = 0; k < count; ++k) points.add(5, 1);
+    EXPECT_TRUE(equals_the_oracle(points)) << count;
+    points.add(3, 0);
+    EXPECT_TRUE(equals_the_oracle(points)) << count;
+    points = {spot, Doubles(count, 0.0)};
+    points.add(5, 9);
+    points.add(50, 9);
+    EXPECT_TRUE(equals_the_oracle(points)) << count;
+  }
+}
+
 // --- The ways for rows and columns are the general one made quick
 // ---------------------------------
 
@@ -470,6 +538,21 @@ TEST(Horizontal_paths, runs_in_raster_order_are_taken_alike_on_both_ways) {
     ASSERT_TRUE(by_rows && has_a_map(points));
     EXPECT_EQ(in_order_of_joining(*std::move(by_rows)),
               in_order_of_joining(Unordered_runs(runs.pairs())));
+  }
+}
+
+TEST(Horizontal_paths, runs_that_touch_in_their_row_are_taken_alike_on_both_ways) {
+  for (const double pitch : {0.75, 0.5, 0.25, 0.1, 0.032}) {
+    for (std::uint64_t seed = 0; seed < 10; ++seed) {
+      Random random(seed);
+      Points points = picture(random, 100, 30, 8, Order::raster);
+      for (double& x : points.x) x *= pitch;
+      const Runs runs(points);
+      std::optional<Raster_runs> by_rows = Raster_runs::of(runs.pairs());
+      ASSERT_TRUE(by_rows);
+      EXPECT_EQ(in_order_of_joining(*std::move(by_rows)),
+                in_order_of_joining(Unordered_runs(runs.pairs())));
+    }
   }
 }
 

@@ -742,8 +742,23 @@ export const bugs = {
     },
     {
       name: 'runs of a row that touch are not seen',
-      find: 'is_crowded |= reaches(k - 1, k);',
+      find: '        touch_in_row = true;\n',
       replace: '',
+    },
+    {
+      name: 'crowded rows are in raster order',
+      find: '        if (k - row >= crowd && reaches(k - crowd, k)) return false;\n',
+      replace: '',
+    },
+    {
+      name: 'a run counts as crowded by one of the row above',
+      find: 'k - row >= crowd && ',
+      replace: 'k >= crowd && ',
+    },
+    {
+      name: 'a crowd is smaller by one run',
+      find: 'reaches(k - crowd, k)',
+      replace: 'reaches(k - crowd + 1, k)',
     },
     {
       name: 'only the run to the left is seen in a row',
