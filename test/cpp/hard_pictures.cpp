@@ -237,7 +237,7 @@ Pixels ever_denser_cloud(std::size_t count) { return ever_denser(count, 500); }
 // from being a solid marker.
 Pixels chain_of(const Pixels& set) {
   const std::size_t count = set.x.size();
-  Pixels line = row(static_cast<std::size_t>(2 * side_of(count)));
+  Pixels line = row(2 * static_cast<std::size_t>(side_of(count)));
   line.y = Doubles(line.x.size(), 0.0);
   return joined({cloud(count / 10, 1e-140), line, turned(line), set});
 }
