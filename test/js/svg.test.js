@@ -228,6 +228,11 @@ describe('what an SVG costs', () => {
       await assert.rejects(decodePicture(Buffer.from(sized)), { code: 'ERR_LIMIT' });
   });
 
+  test('a width that the renderer cannot hold is an error, not another width', async () => {
+    const wide = svg('').replace('width="20"', 'width="1000000000"');
+    await assert.rejects(decodePicture(Buffer.from(wide)), { code: 'ERR_PICTURE' });
+  });
+
   test('a picture inside that claims too much is left out', async () => {
     const claim = pngOf({ width: 100_000, height: 100_000, rows: Buffer.alloc(9) });
     const href = `data:image/png;base64,${claim.toString('base64')}`;

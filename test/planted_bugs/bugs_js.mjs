@@ -1308,6 +1308,11 @@ export const bugs = {
 
   'lib/svg.js': [
     {
+      name: 'a width beyond what the renderer holds is another width',
+      find: "G_DEBUG: 'fatal-criticals'",
+      replace: '',
+    },
+    {
       name: 'pixels that are missing are transparent',
       find: 'if (at < data.length) throw errorOf(ENDED);',
       replace: '',
