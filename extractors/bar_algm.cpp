@@ -14,6 +14,9 @@ Bar_algm::Bar_algm(std::vector<double> x, std::vector<double> y, double pixel_st
   x_groups = std::move(groups.x);
   y_groups = std::move(groups.y);
   group_count = chart_trace::count_of(x_groups);
+  for (auto* values : {&x_vertical, &y_vertical, &x_horizontal, &y_horizontal}) {
+    values->reserve(x_groups.size());
+  }
   for (std::int32_t k = 0; k < group_count; ++k) {
     const auto group = static_cast<std::size_t>(k);
     const chart_trace::Group_figures figures =

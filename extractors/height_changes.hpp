@@ -1,18 +1,22 @@
 #pragma once
 
-#include <vector>
-
 // Where a sequence of heights jumps: shared by the extractors that cut columns into bars or steps.
 
 namespace chart_trace {
 
-// For each pair of neighbours the signed change from the one to the next, in percent of the sum of
-// all absolute changes: one element less than `heights`, none for fewer than two. All changes 0, or
-// any of them NaN, makes every share NaN. Divided first, then multiplied by 100.
-std::vector<double> height_changes_in_percent(const std::vector<double>& heights);
+// The changes from each height of a sequence to the next. All of them are added, in order, before
+// any is asked for.
+class Height_changes {
+ public:
+  void add(double from, double to);
 
-// Whether a share of height_changes_in_percent, up or down, is strictly more than half a percent. A
-// NaN is none.
-bool is_jump(double share);
+  // Whether this change, up or down, is strictly more than half a percent of the sum of all
+  // absolute changes: divided first, then multiplied by 100. When all changes are 0, or any of them
+  // is NaN, none is.
+  bool is_jump(double from, double to) const;
+
+ private:
+  double total_ = 0.0;
+};
 
 }  // namespace chart_trace

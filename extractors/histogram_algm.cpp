@@ -1,5 +1,6 @@
 #include "extractors/histogram_algm.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -12,30 +13,22 @@ namespace {
 
 using chart_trace::Compartment_index;
 
-struct Tops {
-  std::vector<double> x;
-  std::vector<double> y;
-};
+using Top = Compartment_index::Point;
 
 // The top of every compartment that has one, left to right.
-Tops tops_of(const std::vector<double>& x, const std::vector<double>& y, double width) {
-  using Top = Compartment_index::Point;  // at NaN as long as there is none: no point is there
-  constexpr double none = std::numeric_limits<double>::quiet_NaN();
+std::vector<Top> tops_of(const std::vector<double>& x, const std::vector<double>& y, double width) {
+  constexpr double none = std::numeric_limits<double>::quiet_NaN();  // no point is there
   const Compartment_index index(x, y, width, Compartment_index::Empty::gap_as_one);
   // The last one is for the points that no compartment takes.
-  std::vector<Top> compartments(index.count() + 1, Top{none, none});
-  index.for_each_point([all = compartments.data()](std::size_t compartment, const Top& point) {
+  std::vector<Top> tops(index.count() + 1, Top{none, none});
+  index.for_each_point([all = tops.data()](std::size_t compartment, const Top& point) {
     Top& top = all[compartment];
     if (!(top.y <= point.y)) top = point;
   });
-  compartments.pop_back();
-
-  Tops tops;
-  for (const Top& top : compartments) {
-    if (std::isnan(top.y)) continue;
-    tops.x.push_back(top.x);
-    tops.y.push_back(top.y);
-  }
+  tops.pop_back();
+  tops.erase(
+      std::remove_if(tops.begin(), tops.end(), [](const Top& top) { return std::isnan(top.y); }),
+      tops.end());
   return tops;
 }
 
@@ -44,19 +37,20 @@ Tops tops_of(const std::vector<double>& x, const std::vector<double>& y, double 
 Histogram_algm::Histogram_algm(std::vector<double> x, std::vector<double> y,
                                double compartment_width)
     : x_points(std::move(x)), y_points(std::move(y)) {
-  const Tops tops = tops_of(x_points, y_points, compartment_width);
-  if (tops.x.empty()) return;
-  const std::vector<double> shares = chart_trace::height_changes_in_percent(tops.y);
+  const std::vector<Top> tops = tops_of(x_points, y_points, compartment_width);
+  if (tops.empty()) return;
+  chart_trace::Height_changes changes;
+  for (std::size_t j = 1; j < tops.size(); ++j) changes.add(tops[j - 1].y, tops[j].y);
   std::vector<double> bar_x;
   std::vector<double> bar_y;
-  for (std::size_t j = 0; j < tops.x.size(); ++j) {
-    if (j > 0 && chart_trace::is_jump(shares[j - 1])) {
+  for (std::size_t j = 0; j < tops.size(); ++j) {
+    if (j > 0 && changes.is_jump(tops[j - 1].y, tops[j].y)) {
       close_bar(bar_x, bar_y);
       bar_x.clear();
       bar_y.clear();
     }
-    bar_x.push_back(tops.x[j]);
-    bar_y.push_back(tops.y[j]);
+    bar_x.push_back(tops[j].x);
+    bar_y.push_back(tops[j].y);
   }
   close_bar(bar_x, bar_y);
 }

@@ -15,6 +15,16 @@ void append(std::vector<double>& values, chart_trace::Values more) {
   values.insert(values.end(), more.begin(), more.end());
 }
 
+struct Centroids {
+  std::vector<double> x;
+  std::vector<double> y;
+};
+// A function of its own, so that the memory of the pixels is free again when it returns.
+Centroids centroids_of(std::vector<double> x, std::vector<double> y, double cluster_fraction) {
+  Cluster_algm clusters(std::move(x), std::move(y), cluster_fraction);
+  return {std::move(clusters).arr_x_centroid(), std::move(clusters).arr_y_centroid()};
+}
+
 }  // namespace
 
 Points_curves_algm::Points_curves_algm(std::vector<double> x, std::vector<double> y,
@@ -35,6 +45,8 @@ Points_curves_algm::Points_curves_algm(std::vector<double> x, std::vector<double
 
 void Points_curves_algm::points_curves() {
   sort_out_groups();
+  append(x_points_curves, x_centres);
+  append(y_points_curves, y_centres);
   if (x_curves.empty()) return;
   reduce_curve();
   append(x_points_curves, x_curves);
@@ -55,8 +67,6 @@ void Points_curves_algm::sort_out_groups() {
     }
     x_centres.push_back(figures.mean_x);
     y_centres.push_back(figures.mean_y);
-    x_points_curves.push_back(x_centres.back());
-    y_points_curves.push_back(y_centres.back());
   }
   x_curves = std::move(x_groups).joined(curve_groups);
   y_curves = std::move(y_groups).joined(curve_groups);
@@ -64,9 +74,9 @@ void Points_curves_algm::sort_out_groups() {
 
 // Curve pixels in, thinned chain of centroids out.
 void Points_curves_algm::reduce_curve() {
-  Cluster_algm clusters(std::move(x_curves), std::move(y_curves), cluster_fraction);
-  std::vector<Group_of_arrays> chain = point_density(
-      std::move(clusters).arr_x_centroid(), std::move(clusters).arr_y_centroid(), cluster_fraction);
+  Centroids centroids = centroids_of(std::move(x_curves), std::move(y_curves), cluster_fraction);
+  std::vector<Group_of_arrays> chain =
+      point_density(std::move(centroids.x), std::move(centroids.y), cluster_fraction);
   x_curves.clear();
   y_curves.clear();
   if (chain.size() != 2) return;  // no centroids: the marker of an empty set

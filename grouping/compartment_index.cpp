@@ -15,14 +15,15 @@ bool holds_nan(const std::vector<double>& x, const std::vector<double>& y) {
   return false;
 }
 
-// Whether most compartments are certainly empty.
+// Whether there are certainly more compartments than two a point, the most that there can be when
+// gaps count as one.
 bool is_sparse(const Range& range, double width, std::size_t points) {
-  return (range.high - range.low) / width > 8.0 * static_cast<double>(points);
+  return (range.high - range.low) / width > 2.0 * static_cast<double>(points);
 }
 
-// Whether the columns of pixels up to the last one are not far more than the points.
+// Whether the columns of pixels up to the last one are no more than the points.
 bool are_few_columns(const Range& range, std::size_t points) {
-  return range.low >= 0.0 && range.high < 4.0 * static_cast<double>(points);
+  return range.low >= 0.0 && range.high < static_cast<double>(points);
 }
 
 std::vector<double> sorted_numbers(const std::vector<double>& values) {

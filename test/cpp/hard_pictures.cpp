@@ -200,6 +200,23 @@ Pixels row(std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) add(set, static_cast<double>(i), 4.0);
   return set;
 }
+// Points that lie far apart, so that many compartments stay empty; or half of them, beside a
+// column.
+Pixels row_of_every_other(std::size_t count) {
+  Pixels set = row(count);
+  for (double& x : set.x) x *= 2.0;
+  return set;
+}
+Pixels row_of_every_eighth(std::size_t count) {
+  Pixels set = row(count);
+  for (double& x : set.x) x *= 7.9;
+  return set;
+}
+Pixels row_beside_a_column(std::size_t count) {
+  Pixels line = row_of_every_other(count / 2);
+  for (double& x : line.x) x *= 2.0;
+  return joined({turned(row(count / 2)), line});
+}
 Pixels one_column(std::size_t count) { return turned(row(count)); }
 Pixels diagonal(std::size_t count) {
   Pixels set = row(count);
@@ -272,6 +289,9 @@ const std::vector<Hard_picture>& hard_pictures() {
       {"lonely pixels", lonely_pixels},
       {"just in reach", just_in_reach},
       {"row", row},
+      {"row of every other pixel", row_of_every_other},
+      {"row of every eighth pixel", row_of_every_eighth},
+      {"row beside a column", row_beside_a_column},
       {"column", one_column},
       {"diagonal", diagonal},
       {"diagonal, shuffled", diagonal_shuffled},

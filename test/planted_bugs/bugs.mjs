@@ -1805,9 +1805,9 @@ export const bugs = {
     },
     {
       name: 'the curve pixels are not clustered',
-      find: 'Cluster_algm clusters(std::move(x_curves), std::move(y_curves), cluster_fraction);',
+      find: 'Cluster_algm clusters(std::move(x), std::move(y), cluster_fraction);',
       replace:
-        'struct Pixels_as_they_are {\n    std::vector<double> x, y;\n    std::vector<double> arr_x_centroid() { return x; }\n    std::vector<double> arr_y_centroid() { return y; }\n  } clusters{x_curves, y_curves};',
+        'struct Pixels_as_they_are {\n    std::vector<double> x, y;\n    std::vector<double> arr_x_centroid() { return x; }\n    std::vector<double> arr_y_centroid() { return y; }\n  } clusters{x, y};',
     },
     {
       name: 'the height of a marker is that of its first pixel',
@@ -1816,8 +1816,8 @@ export const bugs = {
     },
     {
       name: 'the thinning knows one code alone',
-      find: 'std::move(clusters).arr_y_centroid(), cluster_fraction);',
-      replace: 'std::move(clusters).arr_y_centroid(), 0.05);',
+      find: 'std::move(centroids.y), cluster_fraction);',
+      replace: 'std::move(centroids.y), 0.05);',
     },
   ],
 
@@ -1847,33 +1847,33 @@ export const bugs = {
   'extractors/height_changes.cpp': [
     {
       name: 'the sum of changes lets rises and falls cancel out',
-      find: 'total += std::fabs(shares.back());',
-      replace: 'total += shares.back();',
+      find: 'total_ += std::fabs(to - from);',
+      replace: 'total_ += to - from;',
     },
     {
       name: 'multiplied by 100 before it is divided',
-      find: 'share / total * 100.0',
-      replace: 'share * 100.0 / total',
+      find: '(to - from) / total_ * 100.0',
+      replace: '(to - from) * 100.0 / total_',
     },
     {
       name: 'exactly half a percent is a jump',
-      find: 'std::fabs(share) > 0.5',
-      replace: 'std::fabs(share) >= 0.5',
+      find: 'std::fabs(percent) > 0.5',
+      replace: 'std::fabs(percent) >= 0.5',
     },
     {
       name: 'a fall is no jump',
-      find: 'return std::fabs(share) > 0.5;',
-      replace: 'return share > 0.5;',
+      find: 'return std::fabs(percent) > 0.5;',
+      replace: 'return percent > 0.5;',
     },
     {
       name: 'a NaN share is a jump',
-      find: 'return std::fabs(share) > 0.5;',
-      replace: 'return !(std::fabs(share) <= 0.5);',
+      find: 'return std::fabs(percent) > 0.5;',
+      replace: 'return !(std::fabs(percent) <= 0.5);',
     },
     {
       name: 'half a percent in single precision',
-      find: 'share = share / total * 100.0',
-      replace: 'share = static_cast<float>(share / total * 100.0)',
+      find: 'const double percent =',
+      replace: 'const float percent =',
     },
   ],
 
@@ -1895,8 +1895,8 @@ export const bugs = {
     },
     {
       name: 'an empty compartment ends the histogram',
-      find: 'if (std::isnan(top.y)) continue;',
-      replace: 'if (std::isnan(top.y)) break;',
+      find: 'std::remove_if(tops.begin(), tops.end(),',
+      replace: 'std::find_if(tops.begin(), tops.end(),',
     },
     {
       name: 'the x of a bar is the mean of its tops',
@@ -1933,8 +1933,8 @@ export const bugs = {
     },
     {
       name: 'as many points as the threshold are a tread',
-      find: 'compartment.size < threshold',
-      replace: 'compartment.size <= threshold',
+      find: 'all[k].size >= riser_size',
+      replace: 'all[k].size > riser_size',
     },
     {
       name: 'the mean of no points is a division of zeros',
@@ -1949,8 +1949,8 @@ export const bugs = {
     },
     {
       name: 'the height of a step is that of its last centre',
-      find: 'return y.front();',
-      replace: 'return y.back();',
+      find: 'steps.back().last_x = centre.x;',
+      replace: 'steps.back().last_x = centre.x;\n    steps.back().height = centre.y;',
     },
     {
       name: 'equally far both ways is the largest y',
@@ -1974,29 +1974,30 @@ export const bugs = {
     },
     {
       name: 'the first riser stands at its leftmost point',
-      find: 'const double riser_x = first_riser.x.front();',
-      replace: 'const double riser_x = chart_trace::extremes_of(first_riser.x).min;',
+      find: '      first_x_ = point.x;\n',
+      replace:
+        '      first_x_ = point.x;\n    } else if (point.x < first_x_) {\n      first_x_ = point.x;\n',
     },
     {
       name: 'a riser exactly at the last centre does not end the line',
-      find: 'if (last_riser.x.front() >= tread_x) {',
-      replace: 'if (last_riser.x.front() > tread_x) {',
+      find: 'if (last_riser.first_x() >= tread_x) {',
+      replace: 'if (last_riser.first_x() > tread_x) {',
     },
     {
       name: 'the end stands halfway to the first point of the last riser',
-      find: '(mean_of(last_riser.x) + tread_x) * 0.5',
-      replace: '(last_riser.x.front() + tread_x) * 0.5',
+      find: '(last_riser.mean_x() + tread_x) * 0.5',
+      replace: '(last_riser.first_x() + tread_x) * 0.5',
     },
     {
       name: 'the end takes the far end always, as the start does',
-      find: 'if (largest_y_is_far_end(ends, last_step.height())) y.push_back(ends.max);',
-      replace: 'y.push_back(largest_y_is_far_end(ends, last_step.height()) ? ends.max : ends.min);',
+      find: 'if (largest_y_is_far_end(ends, last_step.height)) y.push_back(ends.max);',
+      replace: 'y.push_back(largest_y_is_far_end(ends, last_step.height) ? ends.max : ends.min);',
     },
     {
       name: 'a riser left of the last centre adds its far end',
       find: '      x.push_back(tread_x);\n      y.push_back(ends.min);',
       replace:
-        '      x.push_back(tread_x);\n      y.push_back(largest_y_is_far_end(ends, last_step.height()) ? ends.max : ends.min);',
+        '      x.push_back(tread_x);\n      y.push_back(largest_y_is_far_end(ends, last_step.height) ? ends.max : ends.min);',
     },
     {
       name: 'the end has one x, as long as y',
@@ -2005,18 +2006,38 @@ export const bugs = {
     },
     {
       name: 'a riser stands at the end of the step before it',
-      find: '(before.x.back() + after.x.front()) * 0.5',
-      replace: 'before.x.back()',
+      find: '(before.last_x + after.first_x) * 0.5',
+      replace: 'before.last_x',
+    },
+    {
+      name: 'a step ends at its first centre',
+      find: 'steps.back().last_x = centre.x;',
+      replace: '',
+    },
+    {
+      name: 'changes are those from the first height',
+      find: 'if (before) changes.add(*before, centre.y);\n    before = centre.y;',
+      replace: 'if (before) changes.add(*before, centre.y);\n    if (!before) before = centre.y;',
     },
     {
       name: 'the last riser is the first',
-      find: 'line.add_end(is_one ? first_riser : last_riser, steps.back());',
-      replace: 'line.add_end(first_riser, steps.back());',
+      find: 'line.add_end(risers->last, steps.back());',
+      replace: 'line.add_end(risers->first, steps.back());',
+    },
+    {
+      name: 'the only riser is not the last one',
+      find: 'if (first == last) risers.last = risers.first;',
+      replace: '',
+    },
+    {
+      name: 'the largest y of a riser is 0 at least',
+      find: 'y_ends_ = {point.y, point.y};',
+      replace: 'y_ends_ = {point.y, 0.0};',
     },
     {
       name: 'without a riser the line is drawn all the same',
-      find: 'if (sorted.tread_centres.x.empty() || !sorted.has_risers) return;',
-      replace: 'if (sorted.tread_centres.x.empty()) return;',
+      find: 'if (first == last) return std::nullopt;',
+      replace: 'if (first == last) return Outermost_risers{};',
     },
   ],
 
