@@ -83,15 +83,15 @@ std::optional<Pixel_map> Pixel_map::of_raster(const std::vector<double>& columns
   return map;
 }
 
-std::optional<Pixel_map> Pixel_map::of_any_order(const std::vector<double>& columns,
-                                                 const std::vector<double>& rows,
-                                                 std::vector<std::uint32_t>& places) {
+std::optional<Pixel_map> Pixel_map::blank(const std::vector<double>& columns,
+                                          const std::vector<double>& rows,
+                                          std::vector<std::uint32_t>& places) {
   if (columns.empty()) return {};
   const Range across = range_of(columns);
   const Range down = range_of(rows);
   std::optional<Pixel_map> map =
       framing(across.low, across.high, down.low, down.high, 128 * columns.size());
-  if (!map || !map->paint_each(columns, rows, places)) return {};
+  if (!map || !map->place_each(columns, rows, places)) return {};
   return map;
 }
 
@@ -138,21 +138,17 @@ bool Pixel_map::runs_lose_nothing(const std::vector<double>& columns,
   return lose_nothing(zeros.first, zeros.second, top_);
 }
 
-// The same for points in any order. Those that have been seen are on the map, so that a pixel that
-// comes twice is found there.
-bool Pixel_map::paint_each(const std::vector<double>& columns, const std::vector<double>& rows,
-                           std::vector<std::uint32_t>& places) {
+// Whether all points are pixels, whose places are then known.
+bool Pixel_map::place_each(const std::vector<double>& columns, const std::vector<double>& rows,
+                           std::vector<std::uint32_t>& places) const {
   places.reserve(columns.size());
   for (std::size_t i = 0; i < columns.size(); ++i) {
     if (!(columns[i] > left_ && rows[i] > top_)) return false;  // a NaN
     const auto right_of = static_cast<std::int32_t>(columns[i] - left_);
     const auto below = static_cast<std::int32_t>(rows[i] - top_);
     if ((loss_of(columns[i], left_, right_of) | loss_of(rows[i], top_, below)) != 0) return false;
-    const std::uint32_t place =
-        static_cast<std::uint32_t>(below) * stride_ + static_cast<std::uint32_t>(right_of);
-    if (is_free(place)) return false;
-    flip(place);
-    places.push_back(place);
+    places.push_back(static_cast<std::uint32_t>(below) * stride_ +
+                     static_cast<std::uint32_t>(right_of));
   }
   return true;
 }

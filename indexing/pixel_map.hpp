@@ -25,11 +25,12 @@ class Pixel_map {
   static std::optional<Pixel_map> of_raster(const std::vector<double>& columns,
                                             const std::vector<double>& rows);
 
-  // The same for a picture in any order, in half the memory; the place of each point is appended to
-  // `places`. Cost: three passes, the last one in the order of the points all over the map.
-  static std::optional<Pixel_map> of_any_order(const std::vector<double>& columns,
-                                               const std::vector<double>& rows,
-                                               std::vector<std::uint32_t>& places);
+  // An empty map, half as large at most, for a picture in any order, of which nothing else is asked
+  // but that no pixel comes twice: the caller finds out, who is to put the pixels on the map. The
+  // place of each point is appended to `places`. Cost: three passes.
+  static std::optional<Pixel_map> blank(const std::vector<double>& columns,
+                                        const std::vector<double>& rows,
+                                        std::vector<std::uint32_t>& places);
 
   // Takes the free pixels among the 64 from `place` on that `mask` names; bit k is place + k.
   Word take(std::uint32_t place, Word mask) {
@@ -118,8 +119,8 @@ class Pixel_map {
                                           std::uint64_t most_places);
   bool paint(const std::vector<double>& columns, const std::vector<double>& rows);
   bool runs_lose_nothing(const std::vector<double>& columns, const std::vector<double>& rows) const;
-  bool paint_each(const std::vector<double>& columns, const std::vector<double>& rows,
-                  std::vector<std::uint32_t>& places);
+  bool place_each(const std::vector<double>& columns, const std::vector<double>& rows,
+                  std::vector<std::uint32_t>& places) const;
   Word around_in_two_words(std::uint32_t place) const;
 
   double left_;           // the column of places 0, stride, ...

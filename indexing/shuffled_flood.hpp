@@ -11,15 +11,24 @@
 
 namespace chart_trace {
 
+struct Placed_pixel {
+  std::uint32_t place;
+  std::uint32_t index;  // in the input
+};
+
 // Flood fill, breadth first, of a picture whose pixels come in any order.
 //
 // The neighbours of a pixel are found on the map, in reading order; what is asked for is input
 // order. So each pixel is given its rank, the number of pixels before it on the map, which a count
 // for every word and the bits before it give, and a table from rank to input index. It takes 4
 // bytes a pixel and is asked only where a pixel has several free neighbours.
+//
+// To go all over a large map misses the cache with every pixel, three times until all have their
+// ranks. So pixels are sorted into bands of the map first, which are put on it and ranked one after
+// the other; in what order that is done makes no difference to map and ranks.
 class Shuffled_flood {
  public:
-  // Nothing when the points are no clean picture: see Pixel_map::of_any_order.
+  // Nothing when the points are no clean picture: see Pixel_map::blank.
   static std::optional<Shuffled_flood> of(const std::vector<double>& columns,
                                           const std::vector<double>& rows);
 
@@ -27,7 +36,8 @@ class Shuffled_flood {
   bool next_group(Point_writer& group);
 
  private:
-  Shuffled_flood(Pixel_map map, std::vector<std::uint32_t> places);
+  Shuffled_flood(Pixel_map map, std::vector<std::uint32_t> places,
+                 const std::vector<Placed_pixel>& banded);
   std::uint32_t rank_of(std::uint32_t place) const;
   void take_around(std::uint32_t place);
   void queue_in_order(std::size_t first);

@@ -332,6 +332,25 @@ TEST(Fission_paths, pictures_in_any_order_equal_the_oracle) {
   }
 }
 
+// On maps of 2^14 words and a few more or less, which shuffled pixels are put on as they come or
+// band by band; clean, and with a pixel that comes twice.
+TEST(Fission_paths, large_pictures_in_any_order_equal_the_oracle) {
+  for (const int bottom : {16379, 16380, 16381, 16382, 16900}) {
+    Pixels set{{0, 60}, {0, 1.0 * bottom}};
+    for (int k = 1; k <= 30; ++k) {
+      const auto seed = static_cast<std::uint64_t>(k);
+      const Pixels blot = moved(noise(seed, 9, 7, 600), k % 50, k * 500);
+      set.x.insert(set.x.end(), blot.x.begin(), blot.x.end());
+      set.y.insert(set.y.end(), blot.y.begin(), blot.y.end());
+    }
+    set = shuffled(set, 21);
+    EXPECT_TRUE(equals_oracle(set, 1.0)) << bottom;
+    set.x.push_back(set.x[3]);
+    set.y.push_back(set.y[3]);
+    EXPECT_TRUE(equals_oracle(set, 1.0)) << bottom << " and one twice";
+  }
+}
+
 TEST(Fission_paths, pictures_anywhere_and_between_whole_numbers_equal_the_oracle) {
   const Pixels set = noise(8, 40, 30, 600);
   for (const double by : {-20.0, -3.0, 0.5, -7.25, 0.1, 1e6, 536870900.0, -536870912.0, 536870911.5,

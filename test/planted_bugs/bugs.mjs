@@ -1361,11 +1361,6 @@ export const bugs = {
       find: 'loss_of(columns[i], left_, right_of) | ',
       replace: '',
     },
-    {
-      name: 'a pixel that comes twice is no pixel',
-      find: '    if (is_free(place)) return false;\n',
-      replace: '',
-    },
   ],
 
   'indexing/pixel_flood.hpp': [
@@ -1443,6 +1438,22 @@ export const bugs = {
   ],
 
   'indexing/shuffled_flood.cpp': [
+    {
+      name: 'a pixel that comes twice is one pixel',
+      find: '  if (!is_clean) return {};\n',
+      replace: '',
+    },
+    {
+      name: 'pixels are numbered by bands',
+      find: 'for (const Placed_pixel& pixel : banded) visit(pixel.place, pixel.index);',
+      replace:
+        'std::uint32_t index = 0;\n  for (const Placed_pixel& pixel : banded) visit(pixel.place, index++);',
+    },
+    {
+      name: 'the last group is left out where it is one pixel',
+      find: 'group.count() == places_.size()',
+      replace: 'group.count() + 1 >= places_.size()',
+    },
     {
       name: 'two neighbours are taken in reading order',
       find: 'if (queue_.size() - first > 1)',
