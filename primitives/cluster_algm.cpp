@@ -8,16 +8,14 @@
 #include <utility>
 
 #include "indexing/nearest_squares.hpp"
-#include "indexing/pixel_tiles.hpp"
-#include "indexing/point_boxes.hpp"
+#include "indexing/pixel_cells.hpp"
 #include "indexing/point_grid.hpp"
 #include "indexing/squared_distance.hpp"
 #include "primitives/to_int32.hpp"
 #include "primitives/vectors.hpp"
 
 using chart_trace::count_of;
-using chart_trace::Pixel_tiles;
-using chart_trace::Point_boxes;
+using chart_trace::Pixel_cells;
 using chart_trace::Point_grid;
 using chart_trace::Taken_points;
 
@@ -46,14 +44,9 @@ double Cluster_algm::cluster_radius(std::int32_t count) const {
 }
 
 // Takes cluster after cluster, each around the first point left, until none is left or a seed takes
-// nothing. What boxes leave, because of such a seed or because they do not pay, is for the others.
+// nothing, as no pixel does.
 void Cluster_algm::gather_clusters(double largest_square) {
-  if (auto boxes = Point_boxes::of(x_points, y_points, largest_square)) {
-    while (const auto cluster = boxes->take_next()) add_centroid(*cluster);
-    keep_held(*boxes);
-    if (x_points.empty()) return;
-  }
-  if (auto pixels = Pixel_tiles::of(x_points, y_points, largest_square)) {
+  if (auto pixels = Pixel_cells::of(x_points, y_points, largest_square)) {
     while (const auto cluster = pixels->take_next()) add_centroid(*cluster);
     x_points.clear();
     y_points.clear();
@@ -61,12 +54,6 @@ void Cluster_algm::gather_clusters(double largest_square) {
   }
   Point_grid points(x_points, y_points);
   while (const auto cluster = points.take_next(largest_square)) add_centroid(*cluster);
-  keep_held(points);
-}
-
-// Keeps the points that have not been taken.
-template <typename Points>
-void Cluster_algm::keep_held(const Points& points) {
   std::size_t held = 0;
   for (std::size_t i = 0; i < x_points.size(); ++i) {
     if (!points.holds(i)) continue;

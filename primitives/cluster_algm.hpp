@@ -16,8 +16,7 @@
 // everything as it was, so do all later ones: there are at most as many rounds as points, and then
 // exactly as many. No points give no centroids, one point gives one NaN pair.
 // Cost: a few ns a point for the pixels of a picture, some tens for other points; how the points of
-// a cluster are found is told in indexing/point_boxes.hpp, indexing/pixel_tiles.hpp and
-// indexing/point_grid.hpp.
+// a cluster are found is told in indexing/pixel_cells.hpp and indexing/point_grid.hpp.
 class Cluster_algm {
  public:
   Cluster_algm(std::vector<double> x, std::vector<double> y, double cluster_fraction);
@@ -36,8 +35,6 @@ class Cluster_algm {
 
  private:
   void gather_clusters(double largest_square);
-  template <typename Points>
-  void keep_held(const Points& points);
   void add_centroid(const chart_trace::Taken_points& cluster);
 
   std::vector<double> x_points, y_points;        // not yet taken by a cluster

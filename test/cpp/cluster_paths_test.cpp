@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "indexing/point_boxes.hpp"
+#include "indexing/pixel_cells.hpp"
 #include "indexing/squared_distance.hpp"
 #include "primitives/cluster_algm.hpp"
 #include "test/cpp/pixels.hpp"
@@ -78,20 +78,27 @@ Pixels cloud(std::uint64_t seed, std::size_t count, double side) {
   return set;
 }
 
+// Whether the set is taken for the pixels of a picture.
+bool are_pixels(const Pixels& set, double fraction) {
+  const auto count = static_cast<std::int32_t>(set.x.size());
+  const double radius = oracle::cluster_radius({set.x, set.y}, count, fraction);
+  const double square = chart_trace::largest_square_below(radius);
+  return chart_trace::Pixel_cells::of(set.x, set.y, square).has_value();
+}
+
 // --- Whole-number pixels -------------------------------------------------------------------------
 
-// Blocks that begin and end at every place of a tile of 8 by 8.
-TEST(Cluster_paths, blocks_of_every_size_around_a_tile_equal_the_oracle) {
+// Blocks that begin and end at every place of a cell of 8 by 8.
+TEST(Cluster_paths, blocks_of_every_size_around_a_cell_equal_the_oracle) {
   for (int columns = 1; columns <= 18; ++columns) {
     for (int rows = 1; rows <= 18; ++rows) {
-      const Pixels set = block(columns, rows, columns % 7 - 3, rows % 5 - 9);
+      const Pixels set = block(columns, rows, columns * 7 % 11, rows * 5 % 9);
       ASSERT_TRUE(equals_oracle(set)) << columns << " by " << rows;
       ASSERT_TRUE(equals_oracle(shuffled(set))) << columns << " by " << rows << ", shuffled";
     }
   }
 }
 
-// Around 512 columns, the width of 64 tiles, and beyond.
 TEST(Cluster_paths, wide_and_high_pictures_equal_the_oracle) {
   for (const int columns : {505, 511, 512, 513, 520, 1024, 1100}) {
     const Pixels set = strewn(1, columns, 20, 0.1);
@@ -109,12 +116,14 @@ TEST(Cluster_paths, pictures_of_any_density_equal_the_oracle) {
   }
 }
 
-// As empty as a picture may be to be painted as one, and emptier.
-TEST(Cluster_paths, one_point_in_every_two_tiles_and_fewer_equal_the_oracle) {
-  for (const double gap : {10.0, 11.0, 11.5, 12.0, 30.0}) {
+// As empty as a picture may be for cells of 8 by 8, and emptier.
+TEST(Cluster_paths, one_pixel_in_every_two_cells_and_fewer_equal_the_oracle) {
+  for (const double gap : {11.0, 11.9, 12.0, 30.0}) {
     Pixels set = block(25, 25, 0, 0, gap);
     for (double& x : set.x) x = std::floor(x);
     for (double& y : set.y) y = std::floor(y);
+    set.x[1] = 1.0;  // for the smallest radius
+    EXPECT_EQ(are_pixels(set, 1.0 / 624.0), gap < 12.0) << gap;
     EXPECT_TRUE(equals_oracle(set)) << gap;
     EXPECT_TRUE(equals_oracle(shuffled(set))) << gap << ", shuffled";
   }
@@ -149,9 +158,10 @@ TEST(Cluster_paths, pixels_far_from_the_origin_equal_the_oracle) {
   const Pixels set = strewn(3, 60, 40, 0.6);
   const auto count = static_cast<double>(set.x.size());
   const double largest = 9007199254740992.0 / count;  // the last place where sums are exact
-  for (const double far : {1e3, 2147483500.0, 2147483648.0, 4294967296.0, std::floor(largest) - 59,
-                           std::floor(largest) - 30, std::floor(largest), std::floor(largest) * 2,
-                           4503599627370400.0, 9007199254740900.0, 1e17, 1e300}) {
+  for (const double far :
+       {1e3, 32767.0 - 30, 65535.0 - 59, 65535.0 - 58, 65535.0, 2147483500.0, 2147483648.0,
+        4294967296.0, std::floor(largest) - 59, std::floor(largest) - 30, std::floor(largest),
+        std::floor(largest) * 2, 4503599627370400.0, 9007199254740900.0, 1e17, 1e300}) {
     for (const double sign : {1.0, -1.0}) {
       EXPECT_TRUE(equals_oracle(moved(set, sign * far, 0))) << sign * far;
       EXPECT_TRUE(equals_oracle(moved(set, 0, sign * far))) << sign * far << " down";
@@ -159,14 +169,52 @@ TEST(Cluster_paths, pixels_far_from_the_origin_equal_the_oracle) {
   }
 }
 
-// Two pixels so far apart that the square of their distance needs rounding.
-TEST(Cluster_paths, pictures_too_wide_for_exact_squares_equal_the_oracle) {
-  for (const double width : {67108862.0, 67108863.0, 67108864.0, 67108865.0, 1e9, 1e17, 1e200}) {
+// As wide as a picture may be, and wider, whatever its place; the last disc reaches all over it.
+TEST(Cluster_paths, pictures_of_the_largest_size_and_larger_equal_the_oracle) {
+  for (const double width : {16382.0, 16383.0, 16384.0, 32767.0, 65535.0, 1e9, 1e17, 1e200}) {
     Pixels set = block(30, 20);
     set.x[77] = width;
     EXPECT_TRUE(equals_oracle(set)) << width;
     EXPECT_TRUE(equals_oracle(exchanged(set))) << width << " down";
+    Pixels line;
+    for (int i = 0; i < 400; ++i) {
+      line.x.push_back(std::floor(width * i / 399.0));
+      line.y.push_back(i % 5);
+    }
+    EXPECT_EQ(are_pixels(line, 0.05), width < 16384.0) << width;
+    for (const Pixels& lying : {line, moved(line, 65535.0 - width, 9)}) {
+      EXPECT_TRUE(equals_oracle(lying)) << width;
+      EXPECT_TRUE(equals_oracle(exchanged(lying))) << width << " down";
+    }
   }
+}
+
+// From corner to corner: the radius is nearly the whole diagonal, and what the first disc leaves is
+// next to a corner.
+TEST(Cluster_paths, a_disc_as_large_as_the_largest_picture_equals_the_oracle) {
+  for (const double corner : {0.0, 16383.0}) {
+    const double far = 16383.0 - corner;
+    Pixels set;
+    for (int i = 0; i < 40; ++i) {
+      set.x.push_back(i < 2 ? corner + (corner > 0.0 ? -i : i) : far);
+      set.y.push_back(i < 2 ? corner : far + (corner > 0.0 ? i : -i));
+    }
+    ASSERT_TRUE(are_pixels(set, 1.0));
+    EXPECT_TRUE(equals_oracle(set));
+    EXPECT_TRUE(equals_oracle(shuffled(set)));
+    EXPECT_TRUE(equals_oracle(moved(set, 49152, 49152)));
+  }
+}
+
+// More pixels than are taken at once, in the last column and row, whose sums leave 32 bits. The
+// oracle would need a minute.
+TEST(Cluster_paths, hundreds_of_thousands_of_pixels_at_one_place_are_one_cluster) {
+  Pixels set{Doubles(300001, 65535.0), Doubles(300001, 65535.0)};
+  set.x[0] -= 100.0;
+  ASSERT_TRUE(chart_trace::Pixel_cells::of(set.x, set.y, 9999.0).has_value());
+  const Cluster_algm clusters(set.x, set.y, 1.0);
+  EXPECT_TRUE(same_bits(clusters.arr_x_centroid(), {65435.0, 65535.0}));
+  EXPECT_TRUE(same_bits(clusters.arr_y_centroid(), {65535.0, 65535.0}));
 }
 
 TEST(Cluster_paths, a_zero_of_either_sign_is_a_pixel) {
@@ -180,33 +228,14 @@ TEST(Cluster_paths, a_zero_of_either_sign_is_a_pixel) {
 }
 
 TEST(Cluster_paths, one_point_that_is_no_pixel_does_not_change_the_others) {
-  for (const double other : {0.5, 1e-300, 1e9, 1e300, infinity, -infinity, not_a_number}) {
+  for (const double other : {0.5, 1e-300, -0.0, -1.0, std::nextafter(2.0, 0.0), 65536.0, 1e9, 1e300,
+                             infinity, -infinity, not_a_number}) {
     for (const std::size_t place : {0U, 1U, 300U, 599U}) {
       Pixels set = block(30, 20);
       set.x[place] = other;
       EXPECT_TRUE(equals_oracle(set)) << other << " at " << place;
       EXPECT_TRUE(equals_oracle(exchanged(set))) << other << " at " << place << ", as y";
     }
-  }
-}
-
-// Numbers so close to a whole one that the one before them is 1 less, rounded. A radius of 1 makes
-// every point a centroid, so that each is seen.
-TEST(Cluster_paths, a_run_may_leave_the_whole_numbers) {
-  for (const double nearly : {1e-300, 5e-324, -1e-300, std::nextafter(-2.0, 0.0),
-                              std::nextafter(-1.0, 0.0), std::nextafter(2.0, 0.0)}) {
-    Pixels set = block(8, 4, -4);
-    const double whole = std::round(nearly);
-    for (std::size_t i = 8; i < 16; ++i) {
-      if (set.x[i] == whole) set.x[i] = nearly;
-    }
-    EXPECT_TRUE(equals_oracle(set, 1.0 / 31.0)) << nearly;
-    EXPECT_TRUE(equals_oracle(exchanged(set), 1.0 / 31.0)) << nearly << ", exchanged";
-    // The same as the end of its row.
-    for (std::size_t i = 8; i < 16; ++i) {
-      if (set.x[i] > whole + 0.5) set.y[i] += 9;
-    }
-    EXPECT_TRUE(equals_oracle(set, 1.0 / 31.0)) << nearly << " at the end";
   }
 }
 
@@ -309,18 +338,10 @@ Pixels wave(std::size_t count) {
   return set;
 }
 
-bool is_taken_by_boxes(const Pixels& set, double fraction) {
-  const auto count = static_cast<std::int32_t>(set.x.size());
-  const double radius = oracle::cluster_radius({set.x, set.y}, count, fraction);
-  const double square = chart_trace::largest_square_below(radius);
-  return chart_trace::Point_boxes::of(set.x, set.y, square).has_value();
-}
-
-// Around whole boxes of 64 points.
-TEST(Cluster_paths, lines_of_any_length_that_were_followed_equal_the_oracle) {
-  for (const std::size_t count : {256U, 257U, 639U, 640U, 641U, 2000U, 4096U}) {
-    const Pixels set = wave(count);
-    ASSERT_TRUE(is_taken_by_boxes(set, 0.6)) << count;
+TEST(Cluster_paths, lines_that_were_followed_equal_the_oracle) {
+  for (const std::size_t count : {5U, 100U, 640U, 2000U, 4096U}) {
+    const Pixels set = moved(wave(count), 0, 400);
+    ASSERT_TRUE(are_pixels(set, 0.6)) << count;
     EXPECT_TRUE(equals_oracle(set, 0.6)) << count;
     EXPECT_TRUE(equals_oracle(set)) << count;
     EXPECT_TRUE(equals_oracle(exchanged(set))) << count << ", exchanged";
@@ -331,49 +352,13 @@ TEST(Cluster_paths, lines_of_any_length_that_were_followed_equal_the_oracle) {
 TEST(Cluster_paths, lines_of_fractions_that_were_followed_equal_the_oracle) {
   Pixels set = moved(wave(3000), 0.1, 1e-7);
   for (double& x : set.x) x *= 0.7;
-  ASSERT_TRUE(is_taken_by_boxes(set, 0.1));
   EXPECT_TRUE(equals_oracle(set));
 }
 
 TEST(Cluster_paths, a_line_that_comes_back_is_taken_in_input_order) {
   Pixels set = wave(1500);
   set = moved(joined({set, moved(set, 0.25, 0.5), set}), 0.1, 0.7);
-  ASSERT_TRUE(is_taken_by_boxes(set, 0.1));
   EXPECT_TRUE(equals_oracle(set));
-}
-
-// As the first point of a box, which its bounds begin with, and as others; as a seed, which ends
-// the clusters, and as a point that is passed over.
-TEST(Cluster_paths, a_point_that_is_nowhere_on_a_line_equals_the_oracle) {
-  for (const double nowhere : {not_a_number, infinity, -infinity}) {
-    for (const std::size_t place : {0U, 64U, 65U, 1000U, 1999U}) {
-      Pixels set = wave(2000);
-      set.y[place] = nowhere;
-      EXPECT_TRUE(equals_oracle(set, 0.2)) << nowhere << " at " << place;
-      set = exchanged(set);
-      EXPECT_TRUE(equals_oracle(set, 0.2)) << nowhere << " at " << place << ", exchanged";
-    }
-  }
-  Pixels set = wave(2000);
-  set.x[70] = not_a_number;  // in no box that is looked at beforehand
-  ASSERT_TRUE(is_taken_by_boxes(set, 0.2));
-  EXPECT_TRUE(equals_oracle(set, 0.2));
-}
-
-// One box in four, as many as are looked at beforehand, lies along a short line; the other points
-// are far from each other, each a cluster.
-TEST(Cluster_paths, boxes_that_do_not_pay_leave_the_rest_to_others) {
-  for (const double scale : {1.0, 0.7}) {
-    Pixels set;
-    for (int i = 0; i < 2560; ++i) {
-      const bool is_on_line = i / 64 % 4 == 0;
-      set.x.push_back(scale * (is_on_line ? i % 64 + i / 256 : 5000 + i * 7 % 2560 * 1000));
-      set.y.push_back(scale * (is_on_line ? i % 64 * 2 : i));
-    }
-    ASSERT_TRUE(is_taken_by_boxes(set, 0.2)) << scale;
-    ASSERT_TRUE(equals_oracle(set, 0.2)) << scale;
-    EXPECT_GT(Cluster_algm(set.x, set.y, 0.2).arr_x_centroid().size(), 1920U) << scale;
-  }
 }
 
 }  // namespace

@@ -202,11 +202,6 @@ export const bugs = {
       find: 'for (std::size_t i = 0; i < x_points.size(); ++i)',
       replace: 'for (std::size_t i = 1; i < x_points.size(); ++i)',
     },
-    {
-      name: 'what boxes leave is all points once more',
-      find: '    keep_held(*boxes);\n',
-      replace: '',
-    },
   ],
 
   'primitives/point_density.cpp': [
@@ -288,29 +283,6 @@ export const bugs = {
     },
   ],
 
-  'indexing/point_boxes.cpp': [
-    {
-      name: 'a box is passed over when its left edge is out of reach',
-      find: 'outside(x, box.left, box.right)',
-      replace: 'std::fabs(x - box.left)',
-    },
-    {
-      name: 'a box that has a NaN first is passed over',
-      find: 'if (dy * dy + dx * dx > largest_square_ || ',
-      replace: 'if (!(dy * dy + dx * dx <= largest_square_) || ',
-    },
-    {
-      name: 'points that were taken are taken again',
-      find: 'boxes_[number].held & near_points(',
-      replace: 'near_points(',
-    },
-    {
-      name: 'the last point of a box is lost',
-      find: '(std::uint64_t{1} << count) - 1',
-      replace: '(std::uint64_t{1} << (count - 1)) - 1',
-    },
-  ],
-
   'indexing/radix_sort.hpp': [
     {
       name: 'a digit is a bit short',
@@ -347,74 +319,60 @@ export const bugs = {
     },
   ],
 
-  'indexing/pixel_tile.hpp': [
+  'indexing/near_pixels.hpp': [
     {
-      name: 'the upper pair of columns counts once',
-      find: '2 * upper_pairs',
-      replace: 'upper_pairs',
+      name: 'a pixel at just the largest distance stays',
+      find: '_mm_cmpgt_epi32(_mm_madd_epi16(away, away), largest)',
+      replace:
+        '_mm_cmpgt_epi32(_mm_madd_epi16(away, away), _mm_sub_epi32(largest, _mm_set1_epi32(1)))',
     },
     {
-      name: 'the last row of a tile is not added up',
-      find: '0x0001020304050607',
-      replace: '0x0001020304050600',
-    },
-    {
-      name: 'the right half of a tile counts as the middle',
-      find: '4 * upper_quads',
-      replace: '2 * upper_quads',
-    },
-  ],
-
-  'indexing/pixel_tiles.cpp': [
-    {
-      name: 'a fraction passes for a whole number',
-      find: 'return (value + rounder) - rounder == value;',
-      replace: 'return std::isfinite(value);',
-    },
-    {
-      name: 'sums may grow beyond the exact whole numbers',
-      find: 'farthest * count <= exact_limit &&',
-      replace: 'farthest <= exact_limit &&',
-    },
-    {
-      name: 'a pixel that comes twice counts once',
-      find: 'return twice == 0;',
-      replace: 'return true;',
-    },
-    {
-      name: 'the first point of a run speaks for all',
-      find: 'whole &= is_whole(last);',
-      replace: 'whole &= is_whole(x[first]);',
-    },
-    {
-      name: 'sums of a picture that came by columns stay exchanged',
-      find: 'if (is_exchanged_) std::swap(taken.x_sum, taken.y_sum);',
+      name: 'a pixel that is told alone stays where it was taken',
+      find: '    places[k] = nowhere;\n',
       replace: '',
     },
     {
-      name: 'a run ends with its first tile',
-      find: 'if (length == 0) return;',
-      replace: 'return;',
+      name: 'the sums of four lanes are added up in 32 bits',
+      find: 'return std::uint64_t{parts[0]} + parts[1]',
+      replace: 'return parts[0] + parts[1]',
+    },
+  ],
+
+  'indexing/pixel_cells.cpp': [
+    {
+      name: 'a picture may be a pixel wider',
+      find: 'if (width > longest || height > longest)',
+      replace: 'if (width > longest + 1 || height > longest)',
     },
     {
-      name: 'a tile that begins in the disc lies in it',
-      find: 'left + 7 > narrowest',
-      replace: 'left > narrowest',
+      name: 'what was taken is within reach of a large disc',
+      find: 'beyond = 2 * longest - 1',
+      replace: 'beyond = longest',
     },
     {
-      name: 'the disc is cut at the 64th tile',
-      find: 'if (word == first / 64) marks',
-      replace: 'if (word >= first / 64) marks',
+      name: 'cells are numbered from the corner of all places',
+      find: 'row * across_ + column - first_number_',
+      replace: 'row * across_ + column',
     },
     {
-      name: 'the disc ends one pixel early on the right',
-      find: 'std::clamp<std::int64_t>(half_width - dx, -1, 7)',
-      replace: 'std::clamp<std::int64_t>(half_width - 1 - dx, -1, 7)',
+      name: 'more pixels are taken at once than sums have room for',
+      find: 'most_at_once = 1U << 18',
+      replace: 'most_at_once = 1U << 20',
     },
     {
-      name: 'the disc stops a row of tiles early',
+      name: 'the disc is as wide in all rows of a cell as in the last one',
+      find: 'std::max({top - y, y - bottom, 0})',
+      replace: 'std::max({bottom - y, y - bottom, 0})',
+    },
+    {
+      name: 'the disc stops a row of cells early',
       find: 'row <= last; ++row) take_from_row',
       replace: 'row < last; ++row) take_from_row',
+    },
+    {
+      name: 'the last pixels beyond four quarters are not counted',
+      find: 'for (std::size_t i = 4 * quarter; i < place_of_.size(); ++i)',
+      replace: 'for (std::size_t i = 4 * quarter + 1; i < place_of_.size(); ++i)',
     },
   ],
 
