@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "indexing/range.hpp"
 
@@ -21,9 +22,13 @@ bool is_sparse(const Range& range, double width, std::size_t points) {
   return (range.high - range.low) / width > 2.0 * static_cast<double>(points);
 }
 
+Range columns_of(const Packed_set& set) {
+  return {static_cast<double>(set.first_column), static_cast<double>(set.last_column)};
+}
+
 // Whether the columns of pixels up to the last one are no more than the points.
 bool are_few_columns(const Range& range, std::size_t points) {
-  return range.low >= 0.0 && range.high < static_cast<double>(points);
+  return range.high < static_cast<double>(points);
 }
 
 std::vector<double> sorted_numbers(const std::vector<double>& values) {
@@ -40,9 +45,11 @@ Compartment_index::Compartment_index(const std::vector<double>& x, const std::ve
                                      double width, Empty empty)
     : x_(x), y_(y) {
   if (x.empty() || std::isnan(x[0])) return;
-  const Range range = range_of(x);
+  std::optional<Packed_set> packed = packed_set(x, y);
+  const Range range = packed ? columns_of(*packed) : range_of(x);
   const bool is_gappy = empty == Empty::gap_as_one && is_sparse(range, width, x.size());
-  if (!is_gappy && are_few_columns(range, x.size())) pixels_ = packed_pixels(x, y);
+  if (packed && !is_gappy && are_few_columns(range, x.size())) pixels_ = std::move(packed->pixels);
+  packed.reset();
   const bool beyond = !pixels_ && holds_nan(x, y);
   if (is_gappy) {
     borders_ = Compartment_borders(sorted_numbers(x), width, beyond);

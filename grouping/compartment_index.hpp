@@ -24,9 +24,9 @@ namespace chart_trace {
 // are looked up in the borders, once each: a compartment takes whole columns. So they cost half as
 // much as other points.
 //
-// The vectors must outlive the index. Cost: two passes here, three when a late point is the first
-// that is no pixel, and a sort of the x values when gaps are told as one; one pass for each call of
-// a function below.
+// The vectors must outlive the index. Cost: one pass here for pixels, two for other points, three
+// when a late one is the first that is no pixel, and a sort of the x values when gaps are told as
+// one; one pass for each call of a function below.
 class Compartment_index {
  public:
   // How compartments without points are told: each, or, where there are far more compartments than
@@ -48,7 +48,7 @@ class Compartment_index {
   std::size_t total() const { return borders_.total(); }
 
   // All points in input order, if each is a pixel and they are not few for the columns they lie in.
-  const std::optional<std::vector<Packed_pixel>>& pixels() const { return pixels_; }
+  const std::optional<Packed_pixels>& pixels() const { return pixels_; }
 
   // The compartment of one of them; count() if none takes it.
   std::uint32_t compartment_of(Packed_pixel pixel) const { return of_column_[column_of(pixel)]; }
@@ -95,7 +95,7 @@ class Compartment_index {
   const std::vector<double>& y_;
   bool takes_any_ = false;
   Compartment_borders borders_;
-  std::optional<std::vector<Packed_pixel>> pixels_;
+  std::optional<Packed_pixels> pixels_;
   std::vector<std::uint32_t> of_column_;
 };
 

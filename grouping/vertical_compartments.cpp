@@ -5,11 +5,13 @@
 #include <utility>
 
 #include "grouping/compartment_index.hpp"
+#include "indexing/prefetch.hpp"
 
 namespace {
 
 using chart_trace::Compartment_index;
 using chart_trace::Packed_pixel;
+using chart_trace::Packed_pixels;
 using Numbers = std::vector<std::uint32_t>;
 
 // Moves points to where they belong: sorted by compartment, those of one compartment in input
@@ -41,15 +43,21 @@ Numbers sort(std::size_t size, std::size_t count, Compartment_of compartment_of,
 // Sorts pixels, written to `x` and `y`. Whatever the sort, points that come row by row or in any
 // order are stored far from the one before them, each time in a line of memory that has left the
 // nearest cache. As pixels take a quarter of the memory of points, that takes half the time for
-// 100,000 of them, and a sixth for a million.
+// 100,000 of them, and a sixth for a million. The next line of each compartment is asked for ahead
+// of time: where even pixels have left the cache, a quarter of the sort is waiting for it.
 Numbers sort_pixels(const Compartment_index& index, std::size_t count, std::vector<double>& x,
                     std::vector<double>& y) {
-  const std::vector<Packed_pixel>& pixels = *index.pixels();
-  std::vector<Packed_pixel> sorted(pixels.size());
+  constexpr std::size_t ahead = 8;
+  const Packed_pixels& pixels = *index.pixels();
+  Packed_pixels sorted(pixels.size() + ahead);
+  Packed_pixel* const to = sorted.data();
   Numbers ends = sort(
       pixels.size(), count, [&](std::size_t i) { return index.compartment_of(pixels[i]); },
-      [&](std::size_t i, std::uint32_t place) { sorted[place] = pixels[i]; });
-  chart_trace::unpack(sorted, x, y);
+      [&](std::size_t i, std::uint32_t place) {
+        chart_trace::prefetch(to + place + ahead);
+        to[place] = pixels[i];
+      });
+  sorted.unpack(x, y);
   return ends;
 }
 

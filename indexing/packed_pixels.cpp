@@ -1,7 +1,9 @@
 #include "indexing/packed_pixels.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <utility>
 
 #include "indexing/bits.hpp"
 
@@ -29,6 +31,16 @@ void unpack_one(Packed_pixel pixel, double* x, double* y) {
   *x = column_of(pixel);
   *y = row_of(pixel);
 }
+
+// The outermost columns of what was included.
+struct Columns {
+  std::uint32_t first = 65535;
+  std::uint32_t last = 0;
+  void include(Packed_pixel pixel) {
+    first = std::min(first, column_of(pixel));
+    last = std::max(last, column_of(pixel));
+  }
+};
 
 #if defined(__SSE2__)
 
@@ -61,6 +73,34 @@ bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
   return _mm_movemask_epi8(_mm_cmpeq_epi8(wrong, _mm_setzero_si128())) == 0xFFFF;
 }
 
+// The outermost columns in each of four places; those of the rows come along.
+class Columns_by_four {
+ public:
+  void include(const Packed_pixel* pixels) {
+    __m128i four;
+    std::memcpy(&four, pixels, sizeof four);
+    // What is less than nothing is nothing.
+    first_ = _mm_sub_epi16(first_, _mm_subs_epu16(first_, four));
+    last_ = _mm_add_epi16(last_, _mm_subs_epu16(four, last_));
+  }
+
+  Columns columns() const {
+    Packed_pixel pixels[2 * at_once];
+    std::memcpy(pixels, &first_, sizeof first_);
+    std::memcpy(pixels + at_once, &last_, sizeof last_);
+    Columns columns;
+    for (std::size_t k = 0; k < at_once; ++k) {
+      columns.first = std::min(columns.first, column_of(pixels[k]));
+      columns.last = std::max(columns.last, column_of(pixels[at_once + k]));
+    }
+    return columns;
+  }
+
+ private:
+  __m128i first_ = _mm_set1_epi16(-1);
+  __m128i last_ = _mm_setzero_si128();
+};
+
 void store_four(__m128i numbers, double* values) {
   _mm_storeu_pd(values, _mm_cvtepi32_pd(numbers));
   _mm_storeu_pd(values + 2, _mm_cvtepi32_pd(_mm_unpackhi_epi64(numbers, numbers)));
@@ -74,6 +114,17 @@ void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
 }
 
 #else
+
+class Columns_by_four {
+ public:
+  void include(const Packed_pixel* pixels) {
+    for (std::size_t k = 0; k < at_once; ++k) columns_.include(pixels[k]);
+  }
+  Columns columns() const { return columns_; }
+
+ private:
+  Columns columns_;
+};
 
 bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
   for (std::size_t i = 0; i < at_once; ++i) {
@@ -90,24 +141,27 @@ void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
 
 }  // namespace
 
-std::optional<std::vector<Packed_pixel>> packed_pixels(const std::vector<double>& x,
-                                                       const std::vector<double>& y) {
-  std::vector<Packed_pixel> pixels(x.size());
+std::optional<Packed_set> packed_set(const std::vector<double>& x, const std::vector<double>& y) {
+  Packed_pixels all(x.size());
+  Packed_pixel* const pixels = all.data();
+  Columns_by_four columns_by_four;
   std::size_t i = 0;
   for (; i + at_once <= x.size(); i += at_once) {
-    if (!pack_four(&x[i], &y[i], &pixels[i])) return std::nullopt;
+    if (!pack_four(&x[i], &y[i], pixels + i)) return std::nullopt;
+    columns_by_four.include(pixels + i);
   }
+  Columns columns = columns_by_four.columns();
   for (; i < x.size(); ++i) {
-    if (!pack_one(&x[i], &y[i], &pixels[i])) return std::nullopt;
+    if (!pack_one(&x[i], &y[i], pixels + i)) return std::nullopt;
+    columns.include(pixels[i]);
   }
-  return pixels;
+  return Packed_set{std::move(all), columns.first, columns.last};
 }
 
-void unpack(const std::vector<Packed_pixel>& pixels, std::vector<double>& x,
-            std::vector<double>& y) {
+void Packed_pixels::unpack(std::vector<double>& x, std::vector<double>& y) const {
   std::size_t i = 0;
-  for (; i + at_once <= pixels.size(); i += at_once) unpack_four(&pixels[i], &x[i], &y[i]);
-  for (; i < pixels.size(); ++i) unpack_one(pixels[i], &x[i], &y[i]);
+  for (; i + at_once <= x.size(); i += at_once) unpack_four(&pixels_[i], &x[i], &y[i]);
+  for (; i < x.size(); ++i) unpack_one(pixels_[i], &x[i], &y[i]);
 }
 
 }  // namespace chart_trace

@@ -14,7 +14,7 @@ namespace chart_trace_test {
 namespace {
 
 using chart_trace::column_of;
-using chart_trace::packed_pixels;
+using chart_trace::packed_set;
 using chart_trace::row_of;
 
 // `size` numbers from 0 to 65535, both included.
@@ -31,23 +31,43 @@ TEST(Packed_pixels, pixels_come_back_as_they_were) {
   for (std::size_t size = 0; size < 14; ++size) {
     const std::vector<double> x = coordinates(size, 1);
     const std::vector<double> y = coordinates(size, 2);
-    const auto pixels = packed_pixels(x, y);
-    ASSERT_TRUE(pixels);
+    const auto set = packed_set(x, y);
+    ASSERT_TRUE(set);
     std::vector<double> x_again(size);
     std::vector<double> y_again(size);
-    chart_trace::unpack(*pixels, x_again, y_again);
+    set->pixels.unpack(x_again, y_again);
     EXPECT_TRUE(same_bits(x_again, x));
     EXPECT_TRUE(same_bits(y_again, y));
   }
 }
 
 TEST(Packed_pixels, the_column_and_the_row_of_a_pixel_are_its_coordinates) {
-  const auto pixels = packed_pixels({1.0, 2.0, 3.0, 65535.0, 5.0}, {6.0, 65535.0, 8.0, 9.0, 10.0});
-  ASSERT_TRUE(pixels);
-  EXPECT_EQ(column_of((*pixels)[3]), 65535U);
-  EXPECT_EQ(row_of((*pixels)[3]), 9U);
-  EXPECT_EQ(column_of((*pixels)[4]), 5U);
-  EXPECT_EQ(row_of((*pixels)[4]), 10U);
+  const auto set = packed_set({1.0, 2.0, 3.0, 65535.0, 5.0}, {6.0, 65535.0, 8.0, 9.0, 10.0});
+  ASSERT_TRUE(set);
+  EXPECT_EQ(column_of(set->pixels[3]), 65535U);
+  EXPECT_EQ(row_of(set->pixels[3]), 9U);
+  EXPECT_EQ(column_of(set->pixels[4]), 5U);
+  EXPECT_EQ(row_of(set->pixels[4]), 10U);
+}
+
+TEST(Packed_pixels, the_outermost_columns_are_found_wherever_they_stand) {
+  for (std::size_t size = 1; size < 14; ++size) {
+    for (std::size_t first = 0; first < size; ++first) {
+      for (std::size_t last = 0; last < size; ++last) {
+        std::vector<double> x(size, 32768.0);
+        x[first] = 32767.0;
+        x[last] = last == first ? 32767.0 : 40000.0;
+        const auto set = packed_set(x, coordinates(size, 4));
+        ASSERT_TRUE(set);
+        EXPECT_EQ(set->first_column, 32767U);
+        EXPECT_EQ(set->last_column, size == 1 ? 32767U : last == first ? 32768U : 40000U);
+      }
+    }
+  }
+  const auto set = packed_set({65535.0, 0.0, 3.0, 4.0, 5.0}, {0.0, 65535.0, 1.0, 1.0, 1.0});
+  ASSERT_TRUE(set);
+  EXPECT_EQ(set->first_column, 0U);
+  EXPECT_EQ(set->last_column, 65535U);
 }
 
 TEST(Packed_pixels, one_number_that_is_no_coordinate_makes_all_points_no_pixels) {
@@ -62,8 +82,8 @@ TEST(Packed_pixels, one_number_that_is_no_coordinate_makes_all_points_no_pixels)
         const std::vector<double> good = coordinates(size, 3);
         std::vector<double> bad = good;
         bad[at] = odd;
-        EXPECT_FALSE(packed_pixels(bad, good)) << odd << " as x " << at << " of " << size;
-        EXPECT_FALSE(packed_pixels(good, bad)) << odd << " as y " << at << " of " << size;
+        EXPECT_FALSE(packed_set(bad, good)) << odd << " as x " << at << " of " << size;
+        EXPECT_FALSE(packed_set(good, bad)) << odd << " as y " << at << " of " << size;
       }
     }
   }

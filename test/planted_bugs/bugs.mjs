@@ -1576,6 +1576,23 @@ export const bugs = {
       replace: '_mm_srli_epi32(ys.numbers, 16)',
     },
     {
+      name: 'the last few pixels have no column',
+      find: '    columns.include(pixels[i]);\n',
+      replace: '',
+    },
+    {
+      name: 'the first column is that of the first of four places',
+      find: 'columns.first = std::min(columns.first, column_of(pixels[k]));',
+      replace: 'columns.first = std::min(columns.first, column_of(pixels[0]));',
+      arch: 'x64',
+    },
+    {
+      name: 'columns from 32768 on are below 0',
+      find: '_mm_add_epi16(last_, _mm_subs_epu16(four, last_))',
+      replace: '_mm_max_epi16(four, last_)',
+      arch: 'x64',
+    },
+    {
       name: 'one of the last few zeros loses its sign',
       find: 'bits_of(value) <= bits_of(65535.0)',
       replace: 'value >= 0.0 && value <= 65535.0',
@@ -1618,8 +1635,8 @@ export const bugs = {
     },
     {
       name: 'pixels are unpacked as they came',
-      find: 'chart_trace::unpack(sorted, x, y);',
-      replace: 'chart_trace::unpack(pixels, x, y);',
+      find: 'sorted.unpack(x, y);',
+      replace: 'pixels.unpack(x, y);',
     },
   ],
 
