@@ -31,14 +31,14 @@ std::int32_t root_of(std::int32_t square) {
 
 std::optional<Pixel_cells> Pixel_cells::of(const std::vector<double>& x,
                                            const std::vector<double>& y, double largest_square) {
-  const auto pixels = packed_pixels(x, y);
-  if (!pixels || pixels->empty()) return std::nullopt;
+  const auto set = packed_set(x, y);
+  if (!set || set->pixels.size() == 0) return std::nullopt;
   Pixel_cells cells;
-  cells.frame_ = frame_of(*pixels);
-  if (!cells.set_cells(pixels->size(), largest_square)) return std::nullopt;
-  cells.number_cells(*pixels);
+  cells.frame_ = frame_of(set->pixels);
+  if (!cells.set_cells(set->pixels.size(), largest_square)) return std::nullopt;
+  cells.number_cells(set->pixels);
   cells.lay_out_cells();
-  cells.deal_out(*pixels);
+  cells.deal_out(set->pixels);
   return cells;
 }
 
@@ -49,7 +49,7 @@ void Pixel_cells::Frame::include(Packed_pixel pixel) {
   bottom = std::max(bottom, static_cast<std::int32_t>(row_of(pixel)));
 }
 
-Pixel_cells::Frame Pixel_cells::frame_of(const std::vector<Packed_pixel>& pixels) {
+Pixel_cells::Frame Pixel_cells::frame_of(const Packed_pixels& pixels) {
   const auto x = static_cast<std::int32_t>(column_of(pixels[0]));
   const auto y = static_cast<std::int32_t>(row_of(pixels[0]));
   Frame frame{x, x, y, y};
@@ -61,7 +61,7 @@ Pixel_cells::Frame Pixel_cells::frame_of(const std::vector<Packed_pixel>& pixels
   __m128i low = _mm_set1_epi16(0x7FFF);
   __m128i high = signs;
   for (; i + 4 <= pixels.size(); i += 4) {
-    const auto* const four = reinterpret_cast<const __m128i*>(&pixels[i]);
+    const auto* const four = reinterpret_cast<const __m128i*>(pixels.data() + i);
     const __m128i numbers = _mm_xor_si128(_mm_loadu_si128(four), signs);
     low = _mm_min_epi16(low, numbers);
     high = _mm_max_epi16(high, numbers);
@@ -99,7 +99,7 @@ bool Pixel_cells::set_cells(std::size_t count, double largest_square) {
 }
 
 // Writes down the number of each pixel's cell where its place will stand.
-void Pixel_cells::number_cells(const std::vector<Packed_pixel>& pixels) {
+void Pixel_cells::number_cells(const Packed_pixels& pixels) {
   place_of_.resize(pixels.size());
   std::size_t i = 0;
 #if defined(__SSE2__)
@@ -108,7 +108,7 @@ void Pixel_cells::number_cells(const std::vector<Packed_pixel>& pixels) {
   const __m128i factors = _mm_set1_epi32(1 | across_ << 16);
   const __m128i first_number = _mm_set1_epi32(first_number_);
   for (; i + 4 <= pixels.size(); i += 4) {
-    const auto* const four = reinterpret_cast<const __m128i*>(&pixels[i]);
+    const auto* const four = reinterpret_cast<const __m128i*>(pixels.data() + i);
     const __m128i cells = _mm_srl_epi16(_mm_loadu_si128(four), shift);
     const __m128i numbers = _mm_sub_epi32(_mm_madd_epi16(cells, factors), first_number);
     _mm_storeu_si128(reinterpret_cast<__m128i*>(&place_of_[i]), numbers);
@@ -144,7 +144,7 @@ void Pixel_cells::lay_out_cells() {
 
 // Four places are looked up before anything is moved there. A processor that does not know where a
 // store goes may keep the next look-up waiting for it: 6 ns a pixel instead of 1.
-void Pixel_cells::deal_out(const std::vector<Packed_pixel>& pixels) {
+void Pixel_cells::deal_out(const Packed_pixels& pixels) {
   const std::size_t quarter = place_of_.size() / 4;
   const auto next_place = [cells = cells_.data(), cell_of = place_of_.data()](std::size_t i) {
     return cells[cell_of[i]].begin++;

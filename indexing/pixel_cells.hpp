@@ -25,7 +25,7 @@ namespace chart_trace {
 // radius, or 8 places to each side.
 class Pixel_cells {
  public:
-  // Nothing unless there are points, all of them pixels as packed_pixels() takes them, dense
+  // Nothing unless there are points, all of them pixels as packed_set() takes them, dense
   // enough, at least one to every 128 places or so, and no two farther apart than 16383 across or
   // down. A disc is the pixels whose squared distance to its centre is at most `largest_square`, a
   // finite number not below 0. Cost: four short passes.
@@ -49,11 +49,11 @@ class Pixel_cells {
   };
 
   Pixel_cells() = default;
-  static Frame frame_of(const std::vector<Packed_pixel>& pixels);
+  static Frame frame_of(const Packed_pixels& pixels);
   bool set_cells(std::size_t count, double largest_square);
-  void number_cells(const std::vector<Packed_pixel>& pixels);
+  void number_cells(const Packed_pixels& pixels);
   void lay_out_cells();
-  void deal_out(const std::vector<Packed_pixel>& pixels);
+  void deal_out(const Packed_pixels& pixels);
   std::optional<Packed_pixel> first_left();
   void take_from_row(std::int32_t row, const Pixel_disc& disc, Pixel_sums& sums);
   void take_from_cell(std::int32_t number, const Pixel_disc& disc, Pixel_sums& sums);
