@@ -3,7 +3,6 @@
 #include <cstddef>
 
 #include "grouping/group_by_method.hpp"
-#include "indexing/range.hpp"
 #include "primitives/check_solid_filled.hpp"
 #include "primitives/cluster_algm.hpp"
 #include "primitives/point_density.hpp"
@@ -24,21 +23,6 @@ struct Centroids {
 Centroids centroids_of(std::vector<double> x, std::vector<double> y, double cluster_fraction) {
   Cluster_algm clusters(std::move(x), std::move(y), cluster_fraction);
   return {std::move(clusters).arr_x_centroid(), std::move(clusters).arr_y_centroid()};
-}
-
-// Large groups are seldom markers. So whether they are is asked first, which takes half the time of
-// finding their means as well.
-constexpr std::size_t large = 500;
-
-// The extremes, but of equal zeros either: it makes no difference to how far they are apart.
-chart_trace::Extremes ends_of(chart_trace::Values values) {
-  const chart_trace::Range range = chart_trace::range_of(values.begin(), values.size());
-  return {range.low, range.high};
-}
-
-bool is_large_line(chart_trace::Values x, chart_trace::Values y, double pixel_step) {
-  return x.size() >= large &&
-         !chart_trace::is_solid_filled(ends_of(x), ends_of(y), x.size(), pixel_step);
 }
 
 }  // namespace
@@ -76,10 +60,6 @@ void Points_curves_algm::sort_out_groups() {
     const auto group = static_cast<std::size_t>(k);
     const chart_trace::Values gx = x_groups[group];
     const chart_trace::Values gy = y_groups[group];
-    if (is_large_line(gx, gy, pixel_step)) {
-      curve_groups.push_back(group);
-      continue;
-    }
     const chart_trace::Group_figures figures = chart_trace::figures_of(gx, gy);
     if (!chart_trace::is_solid_filled(figures.x, figures.y, gx.size(), pixel_step)) {
       curve_groups.push_back(group);

@@ -22,8 +22,8 @@ bool is_sparse(const Range& range, double width, std::size_t points) {
   return (range.high - range.low) / width > 2.0 * static_cast<double>(points);
 }
 
-Range columns_of(const Packed_set& set) {
-  return {static_cast<double>(set.first_column), static_cast<double>(set.last_column)};
+Range columns_of(const Pixel_frame& frame) {
+  return {static_cast<double>(frame.left), static_cast<double>(frame.right)};
 }
 
 // Whether the columns of pixels up to the last one are no more than the points.
@@ -46,7 +46,7 @@ Compartment_index::Compartment_index(const std::vector<double>& x, const std::ve
     : x_(x), y_(y) {
   if (x.empty() || std::isnan(x[0])) return;
   std::optional<Packed_set> packed = packed_set(x, y);
-  const Range range = packed ? columns_of(*packed) : range_of(x);
+  const Range range = packed ? columns_of(packed->frame) : range_of(x);
   const bool is_gappy = empty == Empty::gap_as_one && is_sparse(range, width, x.size());
   if (packed && !is_gappy && are_few_columns(range, x.size())) pixels_ = std::move(packed->pixels);
   packed.reset();

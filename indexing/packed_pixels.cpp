@@ -1,6 +1,5 @@
 #include "indexing/packed_pixels.hpp"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -31,16 +30,6 @@ void unpack_one(Packed_pixel pixel, double* x, double* y) {
   *x = column_of(pixel);
   *y = row_of(pixel);
 }
-
-// The outermost columns of what was included.
-struct Columns {
-  std::uint32_t first = 65535;
-  std::uint32_t last = 0;
-  void include(Packed_pixel pixel) {
-    first = std::min(first, column_of(pixel));
-    last = std::max(last, column_of(pixel));
-  }
-};
 
 #if defined(__SSE2__)
 
@@ -73,32 +62,30 @@ bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
   return _mm_movemask_epi8(_mm_cmpeq_epi8(wrong, _mm_setzero_si128())) == 0xFFFF;
 }
 
-// The outermost columns in each of four places; those of the rows come along.
-class Columns_by_four {
+// The frame of the pixels in each of four places.
+class Four_frames {
  public:
   void include(const Packed_pixel* pixels) {
     __m128i four;
     std::memcpy(&four, pixels, sizeof four);
     // What is less than nothing is nothing.
-    first_ = _mm_sub_epi16(first_, _mm_subs_epu16(first_, four));
-    last_ = _mm_add_epi16(last_, _mm_subs_epu16(four, last_));
+    low_ = _mm_sub_epi16(low_, _mm_subs_epu16(low_, four));
+    high_ = _mm_add_epi16(high_, _mm_subs_epu16(four, high_));
   }
 
-  Columns columns() const {
-    Packed_pixel pixels[2 * at_once];
-    std::memcpy(pixels, &first_, sizeof first_);
-    std::memcpy(pixels + at_once, &last_, sizeof last_);
-    Columns columns;
-    for (std::size_t k = 0; k < at_once; ++k) {
-      columns.first = std::min(columns.first, column_of(pixels[k]));
-      columns.last = std::max(columns.last, column_of(pixels[at_once + k]));
-    }
-    return columns;
+  // The frame of them all, which include() was called for.
+  Pixel_frame frame() const {
+    const __m128i corners[] = {low_, high_};
+    Packed_pixel outermost[2 * at_once];
+    std::memcpy(outermost, corners, sizeof outermost);
+    Pixel_frame frame;
+    for (const Packed_pixel pixel : outermost) frame.include(pixel);
+    return frame;
   }
 
  private:
-  __m128i first_ = _mm_set1_epi16(-1);
-  __m128i last_ = _mm_setzero_si128();
+  __m128i low_ = _mm_set1_epi16(-1);
+  __m128i high_ = _mm_setzero_si128();
 };
 
 void store_four(__m128i numbers, double* values) {
@@ -115,15 +102,15 @@ void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
 
 #else
 
-class Columns_by_four {
+class Four_frames {
  public:
   void include(const Packed_pixel* pixels) {
-    for (std::size_t k = 0; k < at_once; ++k) columns_.include(pixels[k]);
+    for (std::size_t k = 0; k < at_once; ++k) frame_.include(pixels[k]);
   }
-  Columns columns() const { return columns_; }
+  Pixel_frame frame() const { return frame_; }
 
  private:
-  Columns columns_;
+  Pixel_frame frame_;
 };
 
 bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
@@ -144,18 +131,18 @@ void unpack_four(const Packed_pixel* pixels, double* x, double* y) {
 std::optional<Packed_set> packed_set(const std::vector<double>& x, const std::vector<double>& y) {
   Packed_pixels all(x.size());
   Packed_pixel* const pixels = all.data();
-  Columns_by_four columns_by_four;
+  Four_frames four_frames;
   std::size_t i = 0;
   for (; i + at_once <= x.size(); i += at_once) {
     if (!pack_four(&x[i], &y[i], pixels + i)) return std::nullopt;
-    columns_by_four.include(pixels + i);
+    four_frames.include(pixels + i);
   }
-  Columns columns = columns_by_four.columns();
+  Pixel_frame frame = i > 0 ? four_frames.frame() : Pixel_frame{};
   for (; i < x.size(); ++i) {
     if (!pack_one(&x[i], &y[i], pixels + i)) return std::nullopt;
-    columns.include(pixels[i]);
+    frame.include(pixels[i]);
   }
-  return Packed_set{std::move(all), columns.first, columns.last};
+  return Packed_set{std::move(all), frame};
 }
 
 void Packed_pixels::unpack(std::vector<double>& x, std::vector<double>& y) const {

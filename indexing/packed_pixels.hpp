@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -34,12 +35,23 @@ class Packed_pixels {
   std::size_t size_;
 };
 
-// All points of a set in input order, and the outermost columns they lie in. Of no points these are
-// the last and the first column that there could be.
+// The outermost columns and rows that hold a pixel.
+struct Pixel_frame {
+  std::int32_t left = 65535, right = 0, top = 65535, bottom = 0;
+  void include(Packed_pixel pixel) {
+    const auto column = static_cast<std::int32_t>(column_of(pixel));
+    const auto row = static_cast<std::int32_t>(row_of(pixel));
+    left = std::min(left, column);
+    right = std::max(right, column);
+    top = std::min(top, row);
+    bottom = std::max(bottom, row);
+  }
+};
+
+// All points of a set in input order.
 struct Packed_set {
   Packed_pixels pixels;
-  std::uint32_t first_column;
-  std::uint32_t last_column;
+  Pixel_frame frame;
 };
 
 // Nothing if any of the points is no pixel; a -0.0 is none, as its sign would be lost.

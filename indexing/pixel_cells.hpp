@@ -36,11 +36,6 @@ class Pixel_cells {
   std::optional<Taken_points> take_next();
 
  private:
-  // The outermost columns and rows that hold a pixel.
-  struct Frame {
-    std::int32_t left, right, top, bottom;
-    void include(Packed_pixel pixel);
-  };
   // Its places end where those of the next cell begin: a multiple of four, so that there may be a
   // few more than it has had pixels.
   struct Cell {
@@ -49,7 +44,6 @@ class Pixel_cells {
   };
 
   Pixel_cells() = default;
-  static Frame frame_of(const Packed_pixels& pixels);
   bool set_cells(std::size_t count, double largest_square);
   void number_cells(const Packed_pixels& pixels);
   void lay_out_cells();
@@ -58,7 +52,7 @@ class Pixel_cells {
   void take_from_row(std::int32_t row, const Pixel_disc& disc, Pixel_sums& sums);
   void take_from_cell(std::int32_t number, const Pixel_disc& disc, Pixel_sums& sums);
 
-  Frame frame_{};
+  Pixel_frame frame_;
   std::int32_t largest_square_ = 0;
   std::int32_t reach_ = 0;         // of a disc, to each side
   std::int32_t shift_ = 0;         // a cell has 2^shift_ places to each side

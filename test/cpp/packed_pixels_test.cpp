@@ -50,24 +50,28 @@ TEST(Packed_pixels, the_column_and_the_row_of_a_pixel_are_its_coordinates) {
   EXPECT_EQ(row_of(set->pixels[4]), 10U);
 }
 
-TEST(Packed_pixels, the_outermost_columns_are_found_wherever_they_stand) {
+TEST(Packed_pixels, the_outermost_columns_and_rows_are_found_wherever_they_stand) {
   for (std::size_t size = 1; size < 14; ++size) {
     for (std::size_t first = 0; first < size; ++first) {
       for (std::size_t last = 0; last < size; ++last) {
-        std::vector<double> x(size, 32768.0);
-        x[first] = 32767.0;
-        x[last] = last == first ? 32767.0 : 40000.0;
-        const auto set = packed_set(x, coordinates(size, 4));
-        ASSERT_TRUE(set);
-        EXPECT_EQ(set->first_column, 32767U);
-        EXPECT_EQ(set->last_column, size == 1 ? 32767U : last == first ? 32768U : 40000U);
+        std::vector<double> numbers(size, 32768.0);
+        numbers[last] = 40000.0;
+        numbers[first] = 32767.0;
+        const std::int32_t largest = last != first ? 40000 : size == 1 ? 32767 : 32768;
+        const std::vector<double> same(size, 5.0);
+        const auto columns = packed_set(numbers, same);
+        ASSERT_TRUE(columns);
+        EXPECT_EQ(columns->frame.left, 32767);
+        EXPECT_EQ(columns->frame.right, largest);
+        EXPECT_EQ(columns->frame.top, 5);
+        EXPECT_EQ(columns->frame.bottom, 5);
+        const auto rows = packed_set(same, numbers);
+        ASSERT_TRUE(rows);
+        EXPECT_EQ(rows->frame.top, 32767);
+        EXPECT_EQ(rows->frame.bottom, largest);
       }
     }
   }
-  const auto set = packed_set({65535.0, 0.0, 3.0, 4.0, 5.0}, {0.0, 65535.0, 1.0, 1.0, 1.0});
-  ASSERT_TRUE(set);
-  EXPECT_EQ(set->first_column, 0U);
-  EXPECT_EQ(set->last_column, 65535U);
 }
 
 TEST(Packed_pixels, one_number_that_is_no_coordinate_makes_all_points_no_pixels) {

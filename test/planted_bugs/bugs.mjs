@@ -1576,20 +1576,20 @@ export const bugs = {
       replace: '_mm_srli_epi32(ys.numbers, 16)',
     },
     {
-      name: 'the last few pixels have no column',
-      find: '    columns.include(pixels[i]);\n',
-      replace: '',
+      name: 'the last few pixels are not in the frame',
+      find: '    frame.include(pixels[i]);\n  }\n  return',
+      replace: '  }\n  return',
     },
     {
-      name: 'the first column is that of the first of four places',
-      find: 'columns.first = std::min(columns.first, column_of(pixels[k]));',
-      replace: 'columns.first = std::min(columns.first, column_of(pixels[0]));',
+      name: 'the frame is that of the first of four places',
+      find: 'for (const Packed_pixel pixel : outermost) frame.include(pixel);',
+      replace: 'for (std::size_t k = 0; k < 8; k += 4) frame.include(outermost[k]);',
       arch: 'x64',
     },
     {
       name: 'columns from 32768 on are below 0',
-      find: '_mm_add_epi16(last_, _mm_subs_epu16(four, last_))',
-      replace: '_mm_max_epi16(four, last_)',
+      find: '_mm_add_epi16(high_, _mm_subs_epu16(four, high_))',
+      replace: '_mm_max_epi16(four, high_)',
       arch: 'x64',
     },
     {
