@@ -1,8 +1,10 @@
 #include "extractors/points_curves_algm.hpp"
 
 #include <cstddef>
+#include <optional>
 
 #include "grouping/group_by_method.hpp"
+#include "indexing/range.hpp"
 #include "primitives/check_solid_filled.hpp"
 #include "primitives/cluster_algm.hpp"
 #include "primitives/point_density.hpp"
@@ -23,6 +25,29 @@ struct Centroids {
 Centroids centroids_of(std::vector<double> x, std::vector<double> y, double cluster_fraction) {
   Cluster_algm clusters(std::move(x), std::move(y), cluster_fraction);
   return {std::move(clusters).arr_x_centroid(), std::move(clusters).arr_y_centroid()};
+}
+
+// Large groups are seldom markers, so whether they are is asked before their means are found: half
+// the time.
+constexpr std::size_t large = 500;
+
+// The extremes, of equal zeros either: how far they are apart is the same.
+chart_trace::Extremes ends_of(chart_trace::Values values) {
+  const chart_trace::Range range = chart_trace::range_of(values.begin(), values.size());
+  return {range.low, range.high};
+}
+
+// The figures of a group that is solid; nothing for others.
+std::optional<chart_trace::Group_figures> figures_of_marker(chart_trace::Values x,
+                                                            chart_trace::Values y,
+                                                            double pixel_step) {
+  const auto is_solid = [&](const chart_trace::Extremes& in_x, const chart_trace::Extremes& in_y) {
+    return chart_trace::is_solid_filled(in_x, in_y, x.size(), pixel_step);
+  };
+  if (x.size() >= large && !is_solid(ends_of(x), ends_of(y))) return std::nullopt;
+  const chart_trace::Group_figures figures = chart_trace::figures_of(x, y);
+  if (!is_solid(figures.x, figures.y)) return std::nullopt;
+  return figures;
 }
 
 }  // namespace
@@ -60,13 +85,13 @@ void Points_curves_algm::sort_out_groups() {
     const auto group = static_cast<std::size_t>(k);
     const chart_trace::Values gx = x_groups[group];
     const chart_trace::Values gy = y_groups[group];
-    const chart_trace::Group_figures figures = chart_trace::figures_of(gx, gy);
-    if (!chart_trace::is_solid_filled(figures.x, figures.y, gx.size(), pixel_step)) {
+    const auto figures = figures_of_marker(gx, gy, pixel_step);
+    if (!figures) {
       curve_groups.push_back(group);
       continue;
     }
-    x_centres.push_back(figures.mean_x);
-    y_centres.push_back(figures.mean_y);
+    x_centres.push_back(figures->mean_x);
+    y_centres.push_back(figures->mean_y);
   }
   x_curves = std::move(x_groups).joined(curve_groups);
   y_curves = std::move(y_groups).joined(curve_groups);

@@ -190,9 +190,7 @@ void Point_grid::gather(const Grid& grid, const Point& centre, double largest_sq
 void Point_grid::gather_between(std::size_t first, std::size_t last, const Point& centre,
                                 double largest_square) {
   for (std::size_t place = first; place < last; ++place) {
-    const double dy = centre.y - ys_[place];
-    const double dx = centre.x - xs_[place];
-    if (!(dy * dy + dx * dx <= largest_square)) continue;
+    if (!(square_between(centre.x, centre.y, xs_[place], ys_[place]) <= largest_square)) continue;
     gathered_.push_back(indices_[place]);
     xs_[place] = nowhere;
   }
@@ -303,9 +301,7 @@ inline void Point_grid::search_between(std::size_t first, std::size_t last, Sear
     const double* const ys = &ys_[first];
     double squares[batch];
     for (std::size_t k = 0; k < batch; ++k) {
-      const double dy = search.centre.y - ys[k];
-      const double dx = search.centre.x - xs[k];
-      squares[k] = dy * dy + dx * dx;
+      squares[k] = square_between(search.centre.x, search.centre.y, xs[k], ys[k]);
     }
     const double even = std::min(squares[0], squares[2]);
     const double odd = std::min(squares[1], squares[3]);

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 
 #include "test/cpp/pixels.hpp"
+#include "test/cpp/property_cases.hpp"
 
 namespace chart_trace_test {
 namespace {
@@ -147,6 +149,25 @@ TEST(Points_curves_algm, the_pixel_step_sets_both_neighbourhood_and_cell_size) {
   for (double& y : curve.y) y *= 2;
   expect_result(traced(set, "horizontal", 0.05, 2), pixels({{102, 102}}), curve);
   expect_result(traced(set, "fission", 0.05, 1), set, {});
+}
+
+// Around the size from which a group is asked first whether it is solid.
+TEST(Points_curves_algm, large_groups_are_sorted_out_as_small_ones_are) {
+  for (const std::size_t size : {499U, 500U, 501U, 2000U}) {
+    Pixels marker = block(50, 40);
+    Pixels line = block(2, 1500, 100);
+    for (Doubles* const values : {&marker.x, &marker.y, &line.x, &line.y}) values->resize(size);
+    const Pixels both = joined({marker, line});
+    for (const char* const method : {"fission", "horizontal"}) {
+      for (const double step : {1.0, 0.3}) {
+        const oracle::Points_curves want =
+            oracle::points_curves(both.x, both.y, step, method, 0.05);
+        const Points_curves_algm got = traced(both, method, 0.05, step);
+        EXPECT_TRUE(same_points(got.x_get_points(), got.y_get_points(), want.points)) << size;
+        EXPECT_TRUE(same_points(got.x_get_curves(), got.y_get_curves(), want.curves)) << size;
+      }
+    }
+  }
 }
 
 }  // namespace

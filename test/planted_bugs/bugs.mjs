@@ -1776,13 +1776,18 @@ export const bugs = {
   'extractors/points_curves_algm.cpp': [
     {
       name: 'markers and curves are mixed up',
-      find: 'if (!chart_trace::is_solid_filled(',
-      replace: 'if (chart_trace::is_solid_filled(',
+      find: 'if (!is_solid(figures.x, figures.y))',
+      replace: 'if (is_solid(figures.x, figures.y))',
     },
     {
       name: 'the cell size is always 1',
-      find: 'gx.size(), pixel_step)',
-      replace: 'gx.size(), 1.0)',
+      find: 'x.size(), pixel_step);',
+      replace: 'x.size(), 1.0);',
+    },
+    {
+      name: 'a large group is a curve',
+      find: 'x.size() >= large && !is_solid(',
+      replace: 'x.size() >= large || !is_solid(',
     },
     {
       name: 'the curve is not added to points and curve',
@@ -1797,7 +1802,7 @@ export const bugs = {
     },
     {
       name: 'the height of a marker is that of its first pixel',
-      find: 'y_centres.push_back(figures.mean_y);',
+      find: 'y_centres.push_back(figures->mean_y);',
       replace: 'y_centres.push_back(gy[0]);',
     },
     {
