@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "indexing/runs.hpp"
+
 namespace chart_trace {
 
 // A picture as a bitmap: the pixels of a point set that no group has taken yet. A place on the map
@@ -117,7 +119,8 @@ class Pixel_map {
       : left_(left), top_(top), stride_(stride), words_(rows * (stride / word_bits) + 1) {}
   static std::optional<Pixel_map> framing(double left, double right, double top, double bottom,
                                           std::uint64_t most_places);
-  bool paint(const std::vector<double>& columns, const std::vector<double>& rows);
+  bool paint(const std::vector<double>& columns, const std::vector<double>& rows,
+             const Found_runs& runs);
   bool runs_lose_nothing(const std::vector<double>& columns, const std::vector<double>& rows) const;
   bool place_each(const std::vector<double>& columns, const std::vector<double>& rows,
                   std::vector<std::uint32_t>& places) const;

@@ -373,7 +373,7 @@ TEST(Fission_paths, steps_that_reach_eight_neighbours_or_not_quite_equal_the_ora
 TEST(Fission_paths, one_point_that_is_no_pixel_is_seen_anywhere) {
   const Pixels whole = moved(noise(10, 30, 20, 900), -10.0, -5.0);
   for (std::size_t i = 0; i < whole.x.size(); i += 7) {
-    for (const double odd : {-0.0, 0.5, 1e300, infinity, not_a_number}) {
+    for (const double odd : {-0.0, 0.5, 5000.0, 1e9, 1e300, infinity, not_a_number}) {
       Pixels set = whole;
       set.x[i] = odd;
       EXPECT_TRUE(equals_oracle_both_ways(set, 1.0)) << odd << " at " << i;

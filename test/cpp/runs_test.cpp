@@ -9,6 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "indexing/range.hpp"
+#include "test/cpp/pixels.hpp"
+#include "test/cpp/same_bits.hpp"
 #include "test/cpp/shapes.hpp"
 
 namespace chart_trace_test {
@@ -22,6 +25,24 @@ Ranges runs_of(const std::vector<double>& x, const std::vector<double>& y, doubl
       x.data(), y.data(), x.size(), step,
       [&](std::size_t first, std::size_t last) { runs.emplace_back(first, last); });
   return runs;
+}
+
+// The range is told with the runs; a NaN that comes first stays, as in range_of().
+TEST(Found_runs, the_range_of_x_is_that_of_all_points) {
+  Random random(3);
+  for (std::size_t size = 1; size <= 200; ++size) {
+    for (const double special : {0.5, infinity, not_a_number}) {
+      std::vector<double> x;
+      for (std::size_t k = 0; k < size; ++k) {
+        x.push_back(random.one_in(size / 2 + 1) ? special : random.fraction() * 200.0 - 100.0);
+      }
+      const chart_trace::Range got =
+          chart_trace::Found_runs(x.data(), x.data(), size, 1.0).range_of_x();
+      const chart_trace::Range want = chart_trace::range_of(x);
+      ASSERT_TRUE(same_bits({got.low, got.high}, {want.low, want.high}))
+          << size << " points with " << special;
+    }
+  }
 }
 
 TEST(for_each_run, no_points_have_no_runs) { EXPECT_TRUE(runs_of({}, {}, 1).empty()); }

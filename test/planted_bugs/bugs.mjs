@@ -492,8 +492,9 @@ export const bugs = {
     {
       name: 'a neighbour is found by adding the step, two points at a time',
       arch: 'x64',
-      find: '_mm_cmpeq_pd(_mm_loadu_pd(x + k - 1), x_before)',
-      replace: '_mm_cmpeq_pd(_mm_add_pd(_mm_loadu_pd(x + k - 1), steps), _mm_loadu_pd(x + k))',
+      find: '_mm_cmpeq_pd(_mm_loadu_pd(x + first - 1), x_before)',
+      replace:
+        '_mm_cmpeq_pd(_mm_add_pd(_mm_loadu_pd(x + first - 1), steps), _mm_loadu_pd(x + first))',
     },
     {
       name: 'a run goes on into the next row, two points at a time',
@@ -502,19 +503,29 @@ export const bugs = {
       replace: 'same_x',
     },
     {
-      name: 'the last two of 64 points are not compared',
-      arch: 'x64',
-      find: 'j < 64; j += 2, k += 2',
-      replace: 'j < 62; j += 2, k += 2',
+      name: 'the last four of 64 points are not compared',
+      find: 'j < 64; j += 4',
+      replace: 'j < 60; j += 4',
     },
     {
       name: 'the 64 points are those before',
-      find: 'begins = ~carry_on_64(x, y, k, step)',
-      replace: 'begins = ~carry_on_64(x, y, k > 64 ? k - 64 : k, step)',
+      find: 'four_carry_on(x, y, k + j, step) << j',
+      replace: 'four_carry_on(x, y, k > 64 ? k + j - 64 : k + j, step) << j',
+    },
+    {
+      name: 'the last few points do not count to the range of the runs',
+      find: '    for (; k < count; ++k) range_of_x_.include(x[k]);\n',
+      replace: '',
+    },
+    {
+      name: 'the first two of four points are compared twice',
+      arch: 'x64',
+      find: 'two_carry_on(k + 2), _MM',
+      replace: 'two_carry_on(k), _MM',
     },
     {
       name: 'a run that ends among the 64 points begins where the one before began',
-      find: '      first = next;\n',
+      find: '    first = next;\n',
       replace: '',
     },
     {
@@ -1291,8 +1302,10 @@ export const bugs = {
   'indexing/pixel_map.cpp': [
     {
       name: 'the sign of a zero at the start of a run is lost in a map',
-      find: 'return bits_of(origin + steps) ^ bits_of(value);',
-      replace: 'return bits_of(origin + steps + 0.0) ^ bits_of(value + 0.0);',
+      arch: 'x64',
+      find: '_mm_xor_pd(rebuilt, point)',
+      replace:
+        '_mm_xor_pd(_mm_add_pd(rebuilt, _mm_setzero_pd()), _mm_add_pd(point, _mm_setzero_pd()))',
     },
     {
       name: 'the sign of a zero within a run is lost in a map',
@@ -1306,17 +1319,23 @@ export const bugs = {
     },
     {
       name: 'a map holds a pixel that comes twice',
-      find: 'place >= next',
-      replace: 'place + 1 >= next',
+      find: 'place < next',
+      replace: 'place + 1 < next',
     },
     {
       name: 'a fraction of a pixel is cut off',
-      find: 'lost |= loss_of(column[first], left, right_of) | ',
-      replace: 'lost |= ',
+      arch: 'x64',
+      find: 'lost_ = _mm_or_pd(lost_, _mm_xor_pd(rebuilt, point));',
+      replace: '',
     },
     {
       name: 'a fraction of a pixel is cut off in any order',
-      find: 'loss_of(columns[i], left_, right_of) | ',
+      find: '  return steps_to.lost_nothing();\n',
+      replace: '  return true;\n',
+    },
+    {
+      name: 'a row that lies below the last one is painted behind the map',
+      find: ' || place + length > end',
       replace: '',
     },
   ],
@@ -1534,13 +1553,13 @@ export const bugs = {
   'indexing/range.hpp': [
     {
       name: 'every third value is left out',
-      find: '_mm_loadu_pd(values + i + 2)',
-      replace: '_mm_loadu_pd(values + i + 1)',
+      find: '_mm_loadu_pd(four + 2)',
+      replace: '_mm_loadu_pd(four + 1)',
     },
     {
       name: 'two values of four do not count to a range',
-      find: '    high = _mm_max_pd(high_too, high);\n',
-      replace: '',
+      find: '_mm_max_pd(high_too_, high_)',
+      replace: 'high_',
     },
     {
       name: 'every second value does not count to a range',
@@ -1549,8 +1568,8 @@ export const bugs = {
     },
     {
       name: 'a NaN is the smallest of two values and more',
-      find: 'low = _mm_min_pd(two, low);',
-      replace: 'low = _mm_min_pd(low, two);',
+      find: 'low_ = _mm_min_pd(two, low_);',
+      replace: 'low_ = _mm_min_pd(low_, two);',
     },
     {
       name: 'the last few values do not count to a range',
