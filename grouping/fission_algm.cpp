@@ -14,28 +14,14 @@
 #include "indexing/shuffled_flood.hpp"
 #include "primitives/to_int32.hpp"
 
-namespace {
-
-// Writes the groups of a flood fill over the points, which it does not need any more, and returns
-// where they end.
-template <typename Flood>
-std::vector<std::uint32_t> write_groups(Flood flood, std::vector<double>& columns,
-                                        std::vector<double>& rows) {
-  std::vector<std::uint32_t> ends;
-  chart_trace::Point_writer points(columns, rows);
-  while (flood.next_group(points)) ends.push_back(static_cast<std::uint32_t>(points.count()));
-  return ends;
-}
-
-}  // namespace
-
 Fission_algm::Fission_algm(std::vector<double> x, std::vector<double> y, double pixel_step)
     : x_points(std::move(x)), y_points(std::move(y)), pixel_step(pixel_step) {
   if (chart_trace::count_of(x_points) < 1) return;
   const double side = this->pixel_step * 3.0;
   std::vector<std::uint32_t> ends = flood_picture(side);
   if (ends.empty()) {
-    ends = write_groups(chart_trace::Point_flood(x_points, y_points, side), x_points, y_points);
+    ends = chart_trace::write_groups(chart_trace::Point_flood(x_points, y_points, side), x_points,
+                                     y_points);
   }
   x_groups = {std::move(x_points), ends};
   y_groups = {std::move(y_points), std::move(ends)};

@@ -9,8 +9,10 @@
 #include <utility>
 
 #include "indexing/column_runs.hpp"
+#include "indexing/pixel_map.hpp"
 #include "indexing/point_writer.hpp"
 #include "indexing/raster_runs.hpp"
+#include "indexing/run_flood.hpp"
 #include "indexing/runs.hpp"
 #include "indexing/unordered_runs.hpp"
 #include "primitives/to_int32.hpp"
@@ -29,15 +31,24 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
       pixel_step(pixel_step),
       row_tolerance(pixel_step * 1.5),
       runs_left(0) {
-  using namespace chart_trace;
   if (x_points.empty()) return;
-  horizontal_groups();
-  const Run_pairs runs{x_runs.data(), y_runs.data(), static_cast<Run>(x_runs.size()),
-                       this->pixel_step, row_tolerance};
-  std::vector<std::uint32_t> ends = take_all_groups(runs);
-  gather_points();
-  x_groups = {std::move(x_group), ends};
-  y_groups = {std::move(y_group), std::move(ends)};
+  std::vector<std::uint32_t> ends = flood_picture();
+  if (ends.empty()) {
+    horizontal_groups();
+    ends = take_all_groups();
+    gather_points();
+  }
+  x_groups = {std::move(x_points), ends};
+  y_groups = {std::move(y_points), std::move(ends)};
+}
+
+// For a clean picture row by row; nothing for every other point set.
+std::vector<std::uint32_t> Horizontal_grouping_algm::flood_picture() {
+  using namespace chart_trace;
+  if (pixel_step != 1.0 || count_of(x_points) < 1) return {};
+  auto map = Pixel_map::of_raster(x_points, y_points);
+  if (!map || !Run_flood::holds_exactly(*map)) return {};
+  return write_groups(Run_flood(*std::move(map)), x_points, y_points);
 }
 
 void Horizontal_grouping_algm::horizontal_groups() {
@@ -45,20 +56,24 @@ void Horizontal_grouping_algm::horizontal_groups() {
   const auto count = static_cast<std::size_t>(std::max(chart_trace::count_of(x_points), 1));
   const double* const x = x_points.data();
   const double* const y = y_points.data();
-  bool are_pixels = pixel_step == 1.0;
+  // Counted first: lists that grow leave their memory behind, as much again at the peak.
+  std::size_t runs = 0;
+  chart_trace::for_each_run(x, y, count, pixel_step, [&](std::size_t, std::size_t) { ++runs; });
+  x_runs.reserve(runs);
+  y_runs.reserve(runs);
+  run_ends_.reserve(runs);
   chart_trace::for_each_run(x, y, count, pixel_step, [&](std::size_t first, std::size_t last) {
     // The x values of a run never fall with a positive step; with any other nothing touches.
     x_runs.push_back({static_cast<float>(x[first]), static_cast<float>(x[last - 1])});
     y_runs.push_back(y[first]);
     run_ends_.push_back(static_cast<chart_trace::Run>(last));
-    are_pixels = are_pixels && chart_trace::is_counted_up(x, y, first, last);
   });
-  are_pixels_ = are_pixels;
 }
 
-std::vector<std::uint32_t> Horizontal_grouping_algm::take_all_groups(
-    const chart_trace::Run_pairs& runs) {
+std::vector<std::uint32_t> Horizontal_grouping_algm::take_all_groups() {
   using namespace chart_trace;
+  const Run_pairs runs{x_runs.data(), y_runs.data(), static_cast<Run>(x_runs.size()), pixel_step,
+                       row_tolerance};
   if (auto rows = Raster_runs::of(runs)) return take_groups(*std::move(rows));
   if (auto columns = Column_runs::of(runs)) return take_groups(*std::move(columns));
   return take_groups(Unordered_runs(runs));
@@ -97,30 +112,12 @@ void Horizontal_grouping_algm::first_group(Run_list& runs) {
   }
 }
 
-// The points of all groups in the order of joining. Pixels are counted up from the first of each
-// run over the points of the input, which need not be read again. Of others the x values are
-// gathered, then their memory takes the y values: the touch of fresh memory costs more than the
-// copying.
+// Puts the points of all groups in the order of joining: first the x values, then in their memory
+// the y values, as the touch of fresh memory costs more than the copying.
 void Horizontal_grouping_algm::gather_points() {
-  if (are_pixels_) {
-    count_up_points();
-    x_group = std::move(x_points);
-  } else {
-    x_group = gathered(x_points, std::vector<double>(run_ends_.back()));
-    y_points = gathered(y_points, std::move(x_points));
-  }
-  y_group = std::move(y_points);
-}
-
-void Horizontal_grouping_algm::count_up_points() {
-  x_points.resize(run_ends_.back());
-  y_points.resize(run_ends_.back());
-  chart_trace::Point_writer points(x_points, y_points);
-  for (const chart_trace::Run run : joined_) {
-    const chart_trace::Run_extent x = x_runs[run];
-    points.add_along(static_cast<double>(x.min), y_runs[run],
-                     static_cast<std::size_t>(x.max - x.min) + 1);
-  }
+  std::vector<double> x = gathered(x_points, std::vector<double>(run_ends_.back()));
+  y_points = gathered(y_points, std::move(x_points));
+  x_points = std::move(x);
 }
 
 std::vector<double> Horizontal_grouping_algm::gathered(const std::vector<double>& points,

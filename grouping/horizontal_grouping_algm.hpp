@@ -33,14 +33,14 @@ class Horizontal_grouping_algm {
   chart_trace::Group_list y_list() && { return std::move(y_groups); }
 
  private:
+  std::vector<std::uint32_t> flood_picture();
   void horizontal_groups();
-  std::vector<std::uint32_t> take_all_groups(const chart_trace::Run_pairs& runs);
+  std::vector<std::uint32_t> take_all_groups();
   template <typename Run_list>
   std::vector<std::uint32_t> take_groups(Run_list runs);
   template <typename Run_list>
   void first_group(Run_list& runs);
   void gather_points();
-  void count_up_points();
   std::vector<double> gathered(const std::vector<double>& points, std::vector<double> memory) const;
   std::size_t begin_of(chart_trace::Run run) const { return run == 0 ? 0 : run_ends_[run - 1]; }
   std::size_t end_of(chart_trace::Run run) const { return run_ends_[run]; }
@@ -55,5 +55,4 @@ class Horizontal_grouping_algm {
   std::int32_t runs_left;
   std::vector<chart_trace::Run> run_ends_;  // of each run, the point behind its last
   std::vector<chart_trace::Run> joined_;    // the runs in groups so far, in the order of joining
-  bool are_pixels_ = false;                 // whether the points of each run can be counted up
 };

@@ -24,6 +24,17 @@ inline std::int64_t lowest_bit(std::uint64_t word) {
 #endif
 }
 
+// The number of the highest bit that is set in `word`, which must not be 0.
+inline std::int64_t highest_bit(std::uint64_t word) {
+#ifdef __GNUC__
+  return 63 ^ __builtin_clzll(word);
+#else
+  std::int64_t bit = 63;
+  while ((word >> bit & 1U) == 0) --bit;
+  return bit;
+#endif
+}
+
 // The number of bits that are set in `word`: added up in pairs, in fours and in bytes. Plain x86-64
 // has no instruction for it, and the compiler's substitute is a call.
 inline std::uint32_t count_bits(std::uint64_t word) {

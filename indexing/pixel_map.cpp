@@ -162,7 +162,9 @@ bool Pixel_map::paint(const std::vector<double>& columns, const std::vector<doub
   Step_counter steps_to(left_, top_);
   std::int64_t next = 0;  // the first place behind the last run
   bool is_clean = true;
+  std::size_t count = 0;
   runs.for_each([&](std::size_t first, std::size_t last) {
+    ++count;
     const auto [right, down] = steps_to.count(column[first], row[first]);
     const std::int64_t place = down * stride + right;
     const auto length = static_cast<std::int64_t>(last - first);
@@ -173,6 +175,7 @@ bool Pixel_map::paint(const std::vector<double>& columns, const std::vector<doub
     next = place + length;
     paint_run(words, static_cast<std::uint32_t>(place), last - first);
   });
+  runs_ = count;
   return is_clean && steps_to.lost_nothing() && runs_lose_nothing(columns, rows);
 }
 

@@ -113,6 +113,8 @@ class Pixel_map {
 
   const std::vector<Word>& words() const { return words_; }
   std::uint32_t stride() const { return stride_; }
+  // How many stretches of pixels side by side of_raster() has found.
+  std::size_t runs() const { return runs_; }
 
  private:
   Pixel_map(double left, double top, std::uint32_t stride, std::size_t rows)
@@ -130,6 +132,7 @@ class Pixel_map {
   double top_;            // the row of place 0
   std::uint32_t stride_;  // a multiple of word_bits
   std::vector<Word> words_;
+  std::size_t runs_ = 0;
 };
 
 }  // namespace chart_trace

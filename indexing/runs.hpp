@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -131,18 +129,5 @@ class Found_runs {
   std::vector<std::uint64_t> begins_;  // a bit for each point after the first, and for the end
   Range range_of_x_;
 };
-
-// Whether the points of a run that was found with a step of 1 can be counted up from its first: x,
-// x + 1, x + 2 and so on, all with the y of the first, to the last bit. So they can for pixels.
-// Whole numbers up to 2^24 make sure of that, and that single precision holds them; but a zero with
-// a sign equals one without and would be lost.
-inline bool is_counted_up(const double* x, const double* y, std::size_t first, std::size_t last) {
-  const double left = x[first];
-  if (!(left >= 0.0 && x[last - 1] <= 16777216.0)) return false;
-  if (static_cast<double>(static_cast<std::int32_t>(left)) != left) return false;
-  if (left > 0.0 && y[first] != 0.0) return true;
-  const auto has_sign = [](double number) { return std::signbit(number); };
-  return std::none_of(x + first, x + last, has_sign) && std::none_of(y + first, y + last, has_sign);
-}
 
 }  // namespace chart_trace

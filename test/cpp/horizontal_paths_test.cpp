@@ -1,4 +1,5 @@
-// Horizontal grouping goes three ways: runs row by row, runs column by column, and all others.
+// Horizontal grouping goes four ways: pixels row by row, taken off a bitmap; other runs row by row;
+// runs column by column; and all others.
 // These are walked through as long as searches are short, as in shuffled order; then a map of
 // pixels or, for runs that have no place on it, bands are asked. Here each is taken on purpose and
 // held against the oracle.
@@ -16,7 +17,9 @@
 
 #include "grouping/horizontal_grouping_algm.hpp"
 #include "indexing/column_runs.hpp"
+#include "indexing/pixel_map.hpp"
 #include "indexing/raster_runs.hpp"
+#include "indexing/run_flood.hpp"
 #include "indexing/run_map.hpp"
 #include "indexing/runs.hpp"
 #include "indexing/unordered_runs.hpp"
@@ -84,6 +87,14 @@ Points picture(Random& random, int width, int height, int longest, Order order) 
   }
   Points points;
   for (const auto& [x, y] : pixels) points.add(x, y);
+  return points;
+}
+
+// The same picture half as large, which is not taken off a map.
+Points halved(Points points) {
+  for (double& x : points.x) x *= 0.5;
+  for (double& y : points.y) y *= 0.5;
+  points.step *= 0.5;
   return points;
 }
 
@@ -265,6 +276,7 @@ TEST(Horizontal_paths, pictures_in_every_order_equal_the_oracle) {
       const int longest = random.one_in(3) ? 150 : static_cast<int>(random.between(1, 4));
       const Points points = picture(random, width, height, longest, order);
       ASSERT_TRUE(equals_the_oracle(points)) << "seed " << seed;
+      ASSERT_TRUE(equals_the_oracle(halved(points))) << "seed " << seed << ", no map";
     }
   }
 }
@@ -411,22 +423,82 @@ TEST(Horizontal_paths, zeros_keep_their_signs) {
   }
 }
 
-TEST(Horizontal_paths, a_run_is_counted_up_when_nothing_is_lost) {
-  const auto is_counted_up = [](const Doubles& x, const Doubles& y) {
-    return chart_trace::is_counted_up(x.data(), y.data(), 0, x.size());
+// --- Pixels row by row, taken off a bitmap -------------------------------------------------------
+
+// The pixels of a picture that is drawn with a # for each.
+Points drawn(const std::vector<std::string>& rows) {
+  Points points;
+  for (std::size_t y = 0; y < rows.size(); ++y) {
+    for (std::size_t x = 0; x < rows[y].size(); ++x) {
+      if (rows[y][x] == '#') points.add(static_cast<double>(x), static_cast<double>(y));
+    }
+  }
+  return points;
+}
+
+std::string repeated(const std::string& text, std::size_t times) {
+  std::string all;
+  while (times-- > 0) all += text;
+  return all;
+}
+
+TEST(Horizontal_paths, a_bitmap_is_taken_where_single_precision_holds_every_column) {
+  const auto is_held = [](double left, double right) {
+    const auto map = chart_trace::Pixel_map::of_raster({left, right}, {0, 1});
+    return map && chart_trace::Run_flood::holds_exactly(*map);
   };
-  EXPECT_TRUE(is_counted_up({0, 1, 2}, {5, 5, 5}));
-  EXPECT_TRUE(is_counted_up({0, 1}, {0, 0}));
-  EXPECT_TRUE(is_counted_up({3, 4}, {-2.5, -2.5}));
-  EXPECT_TRUE(is_counted_up({3}, {nan_value}));
-  EXPECT_TRUE(is_counted_up({two_24 - 1, two_24}, {1e300, 1e300}));
-  EXPECT_FALSE(is_counted_up({two_24, two_24 + 1}, {1, 1}));
-  EXPECT_FALSE(is_counted_up({-0.0, 1}, {1, 1}));
-  EXPECT_FALSE(is_counted_up({-1, -0.0, 1}, {1, 1, 1}));
-  EXPECT_FALSE(is_counted_up({4, 5, 6}, {0, 0, -0.0}));
-  EXPECT_FALSE(is_counted_up({0.1, 1.1}, {1, 1}));
-  EXPECT_FALSE(is_counted_up({nan_value}, {1}));
-  EXPECT_FALSE(is_counted_up({infinity}, {1}));
+  EXPECT_TRUE(is_held(0, 100));
+  EXPECT_TRUE(is_held(-16383, -16000));
+  EXPECT_FALSE(is_held(-16384, -16000));
+  EXPECT_TRUE(is_held(16384 - 62, 16384 - 1));
+  EXPECT_FALSE(is_held(16384 - 61, 16384 - 1));
+  // Neighbours whose gap is more than a step in single precision, as one of them is rounded.
+  for (const double side : {1.0, -1.0}) {
+    const double near = side * (16383 + 3.0 / 1024);
+    const double far = side * (16384 + 3.0 / 1024);
+    const Points points{{near, far, near, near, far}, {0, 1, 2, 5, 6}};
+    EXPECT_TRUE(equals_the_oracle(points)) << side;
+  }
+}
+
+TEST(Horizontal_paths, all_small_pictures_row_by_row_equal_the_oracle) {
+  constexpr unsigned columns = 3;
+  for (unsigned bits = 1; bits < 1U << 15; ++bits) {
+    Points points;
+    for (unsigned k = 0; k < 15; ++k) {
+      if ((bits >> k & 1) != 0) points.add(k % columns, k / columns);
+    }
+    ASSERT_TRUE(equals_the_oracle(points)) << bits;
+  }
+}
+
+// Runs and what they touch, at every place of the words of a bitmap.
+TEST(Horizontal_paths, runs_across_words_equal_the_oracle) {
+  for (std::size_t shift = 55; shift < 70; ++shift) {
+    for (const std::size_t length : {1U, 2U, 3U, 30U, 62U, 63U, 64U, 65U, 127U, 128U, 129U, 200U}) {
+      const std::string before(shift, ' ');
+      const std::string run(length, '#');
+      ASSERT_TRUE(equals_the_oracle(
+          drawn({"#", before + "##  " + run, before + " " + run, before + run + "  #",
+                 before + repeated("# ", length), before + run, "", "", before + run})))
+          << shift << ", " << length;
+    }
+  }
+}
+
+// More runs in the queue than it holds at first, and more that have been written.
+TEST(Horizontal_paths, groups_of_many_runs_equal_the_oracle) {
+  for (const std::size_t count : {60U, 64U, 127U, 128U, 191U, 192U, 193U, 256U, 257U, 700U}) {
+    const std::string teeth = repeated("# ", count);
+    const std::string between = repeated(" #", count);
+    const std::string back(2 * count, '#');
+    ASSERT_TRUE(equals_the_oracle(drawn({back, teeth, teeth, "", "", "#"}))) << count;
+    ASSERT_TRUE(equals_the_oracle(drawn({teeth, between, teeth, between, teeth}))) << count;
+    ASSERT_TRUE(equals_the_oracle(drawn({teeth, back, "", "", "", "#"}))) << count;
+    std::vector<std::string> line;
+    for (std::size_t k = 0; k < 2 * count; ++k) line.push_back(std::string(k % 120, ' ') + "##");
+    ASSERT_TRUE(equals_the_oracle(drawn(line))) << count;
+  }
 }
 
 // A search that stops just before, at and behind the place from which the index is asked.

@@ -470,26 +470,6 @@ export const bugs = {
 
   'indexing/runs.hpp': [
     {
-      name: 'runs beyond 2^24 are counted up',
-      find: 'left >= 0.0 && x[last - 1] <= 16777216.0',
-      replace: 'left >= 0.0 && left <= 16777216.0',
-    },
-    {
-      name: 'runs at fractions are counted up',
-      find: '  if (static_cast<double>(static_cast<std::int32_t>(left)) != left) return false;\n',
-      replace: '',
-    },
-    {
-      name: 'the sign of zeros in a column is lost',
-      find: 'left > 0.0 && y[first] != 0.0',
-      replace: 'y[first] != 0.0',
-    },
-    {
-      name: 'the sign of zeros in a row is lost',
-      find: 'left > 0.0 && y[first] != 0.0',
-      replace: 'left > 0.0',
-    },
-    {
       name: 'a neighbour is found by adding the step, two points at a time',
       arch: 'x64',
       find: '_mm_cmpeq_pd(_mm_loadu_pd(x + first - 1), x_before)',
@@ -680,6 +660,74 @@ export const bugs = {
       name: 'runs far above join',
       find: 'std::fabs(rows[run] - rows[reference])',
       replace: '(rows[run] - rows[reference])',
+    },
+  ],
+
+  'indexing/run_flood.cpp': [
+    {
+      name: 'columns right of 2^14 are held exactly',
+      find: 'map.column_of(map.stride() - 1) <= 16384.0',
+      replace: 'map.column_of(map.stride() - 1) <= 32768.0',
+    },
+    {
+      name: 'columns left of -2^14 are held exactly',
+      find: 'map.column_of(0) >= -16384.0',
+      replace: 'map.column_of(0) >= -32768.0',
+    },
+    {
+      name: 'the only run left stops a search that it is exempt from, on a bitmap',
+      find: ' && unwritten_ - end_ != 1;',
+      replace: ';',
+    },
+    {
+      name: 'the first reference is followed by an exempt run, on a bitmap',
+      find: 'bool stopped = is_any_below(last);',
+      replace: 'bool stopped = is_any_below(last) && unwritten_ - end_ != 1;',
+    },
+    {
+      name: 'runs still waiting at the end of the list are searched from, on a bitmap',
+      find: 'for (std::size_t head = 1; stopped && head < end_; ++head) {',
+      replace: 'for (std::size_t head = 1; (stopped || true) && head < end_; ++head) {',
+    },
+    {
+      name: 'the row below stops a search',
+      find: '(std::max(row, 1U) - 1) * words_in_row_',
+      replace: 'row * words_in_row_',
+    },
+    {
+      name: 'the last pixel taken still stops searches',
+      find: '  if (map_.word(last_word_) == 0) find_last_word();\n',
+      replace: '  if (last_word_ + 1 == map_.words().size()) find_last_word();\n',
+    },
+    {
+      name: 'the run that joined last is searched from next',
+      find: '    if (head + 1 < end_) reference = queue_[head];\n',
+      replace: '',
+    },
+    {
+      name: 'a run that ends with its word touches nothing beyond it',
+      find: 'constexpr Word edges = Word{1} << (word_bits - 1) | 1;',
+      replace: 'constexpr Word edges = 1;',
+    },
+    {
+      name: 'a run that begins with its word touches nothing before it',
+      find: 'constexpr Word edges = Word{1} << (word_bits - 1) | 1;',
+      replace: 'constexpr Word edges = Word{1} << (word_bits - 1);',
+    },
+    {
+      name: 'a run that other words begin is taken from where it was found',
+      find: '    while (map_.is_free(place - 1)) --place;\n',
+      replace: '',
+    },
+    {
+      name: 'runs that move to the front of the queue are not counted as written',
+      find: '  unwritten_ -= count;\n',
+      replace: '  if (count == end_) unwritten_ -= count;\n',
+    },
+    {
+      name: 'runs that were searched from stay in the queue',
+      find: '  end_ -= head;\n',
+      replace: '',
     },
   ],
 
@@ -1526,14 +1574,14 @@ export const bugs = {
       replace: 'to = std::copy_n(from, count - 1, to) + 1;',
     },
     {
-      name: 'points are counted up when the last run alone can be',
-      find: 'are_pixels && chart_trace::is_counted_up',
-      replace: 'chart_trace::is_counted_up',
+      name: 'a bitmap is asked whatever the step',
+      find: 'pixel_step != 1.0 || count_of(x_points) < 1',
+      replace: 'count_of(x_points) < 1',
     },
     {
-      name: 'points are counted up whatever the step',
-      find: 'bool are_pixels = pixel_step == 1.0;',
-      replace: 'bool are_pixels = true;',
+      name: 'a bitmap is asked whatever single precision makes of its columns',
+      find: '!map || !Run_flood::holds_exactly(*map)',
+      replace: '!map',
     },
   ],
 
