@@ -48,9 +48,11 @@ bool Lower_runs::add_part(std::size_t count, Item_at item_at) {
   part.items.reserve(count / fan_out);
   for (std::size_t k = 0; k < count; ++k) {
     const Item item = item_at(k);
-    if (item.row >= part.top) part.items.push_back(item);
+    if (!(item.row >= part.top)) continue;
+    if (part.items.size() == count / 2) return false;
+    part.items.push_back(item);
   }
-  if (part.items.empty() || part.items.size() > count / 2) return false;
+  if (part.items.empty()) return false;
   parts_.push_back(std::move(part));
   return true;
 }

@@ -84,7 +84,9 @@ class Max_tree {
 
   // Levels are filled up, so that every node has eight below.
   void add_level(std::vector<Value> values) {
-    values.resize((values.size() + fan_out - 1) / fan_out * fan_out, none);
+    const std::size_t filled = (values.size() + fan_out - 1) / fan_out * fan_out;
+    values.reserve(filled);  // no more than that
+    values.resize(filled, none);
     levels_.push_back(std::move(values));
   }
 

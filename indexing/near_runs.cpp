@@ -8,31 +8,35 @@
 
 namespace chart_trace {
 
-Near_runs::Near_runs(const Run_pairs& pairs) : pairs_(pairs), place_(pairs.count), right_ends_({}) {
+Near_runs::Near_runs(const Run_pairs& pairs) : pairs_(pairs), right_ends_({}) {
+  sort_runs();
+  place_.assign(pairs.count, static_cast<Run>(sorted_.size()));
+  std::vector<float> right_ends;
+  right_ends.reserve(sorted_.size());
+  for (const Run run : sorted_) {
+    place_[run] = static_cast<Run>(right_ends.size());
+    right_ends.push_back(pairs.extents[run].max);
+  }
+  right_ends_ = Max_tree<float>(std::move(right_ends));
+  cut_into_bands();
+}
+
+void Near_runs::sort_runs() {
   struct Item {
     double band;
     float left_end;
     Run run;
   };
   std::vector<Item> items;
-  for (Run run = 0; run < pairs.count; ++run) {
-    if (can_touch(run)) items.push_back({band_of(pairs.rows[run]), pairs.extents[run].min, run});
+  items.reserve(pairs_.count);
+  for (Run run = 0; run < pairs_.count; ++run) {
+    if (can_touch(run)) items.push_back({band_of(pairs_.rows[run]), pairs_.extents[run].min, run});
   }
   std::sort(items.begin(), items.end(), [](const Item& a, const Item& b) {
     return std::tie(a.band, a.left_end, a.run) < std::tie(b.band, b.left_end, b.run);
   });
-
   sorted_.reserve(items.size());
-  std::vector<float> right_ends;
-  right_ends.reserve(items.size());
-  std::fill(place_.begin(), place_.end(), static_cast<Run>(items.size()));
-  for (const Item& item : items) {
-    place_[item.run] = static_cast<Run>(sorted_.size());
-    sorted_.push_back(item.run);
-    right_ends.push_back(pairs.extents[item.run].max);
-  }
-  right_ends_ = Max_tree<float>(std::move(right_ends));
-  cut_into_bands();
+  for (const Item& item : items) sorted_.push_back(item.run);
 }
 
 void Near_runs::cut_into_bands() {

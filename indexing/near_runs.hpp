@@ -38,6 +38,7 @@ class Near_runs {
 
   bool can_touch(Run run) const;
   double band_of(double row) const;
+  void sort_runs();
   void cut_into_bands();
 
   Run_pairs pairs_;

@@ -1160,8 +1160,8 @@ export const bugs = {
     },
     {
       name: 'the last values of the list are left out of the tree',
-      find: 'values.resize((values.size() + fan_out - 1) / fan_out * fan_out, none);',
-      replace: 'values.resize(std::max(fan_out, values.size() / fan_out * fan_out), none);',
+      find: 'filled = (values.size() + fan_out - 1) / fan_out * fan_out;',
+      replace: 'filled = std::max(fan_out, values.size() / fan_out * fan_out);',
     },
     {
       name: 'what is taken out is still found',
