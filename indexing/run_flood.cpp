@@ -49,13 +49,12 @@ bool Run_flood::next_group(Point_writer& group) {
 }
 
 // Breadth first. Straight after a change of reference the first run of the list is not held against
-// the end of the search: when it is the only one left, nothing stops it.
+// the end of the search: when it is the only one left, nothing stops it. For the first reference of
+// a group that comes to the same, as there is nothing else to take.
 void Run_flood::fill(Point_writer& group) {
   Run last = queue_.front();
-  bool stopped = is_any_below(last);
-  take_touching(last);
-  last = queue_[end_ - 1];
-  for (std::size_t head = 1; stopped && head < end_; ++head) {
+  bool stopped = true;
+  for (std::size_t head = 0; stopped && head < end_; ++head) {
     if (queue_.size() - end_ < most_found) head = make_room(head, group);
     Run reference = last;
     if (head + 1 < end_) reference = queue_[head];

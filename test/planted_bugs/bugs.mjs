@@ -680,14 +680,9 @@ export const bugs = {
       replace: ';',
     },
     {
-      name: 'the first reference is followed by an exempt run, on a bitmap',
-      find: 'bool stopped = is_any_below(last);',
-      replace: 'bool stopped = is_any_below(last) && unwritten_ - end_ != 1;',
-    },
-    {
       name: 'runs still waiting at the end of the list are searched from, on a bitmap',
-      find: 'for (std::size_t head = 1; stopped && head < end_; ++head) {',
-      replace: 'for (std::size_t head = 1; (stopped || true) && head < end_; ++head) {',
+      find: 'for (std::size_t head = 0; stopped && head < end_; ++head) {',
+      replace: 'for (std::size_t head = 0; (stopped || true) && head < end_; ++head) {',
     },
     {
       name: 'the row below stops a search',
