@@ -68,7 +68,7 @@ class Four_frames {
   void include(const Packed_pixel* pixels) {
     __m128i four;
     std::memcpy(&four, pixels, sizeof four);
-    // What is less than nothing is nothing.
+    // Differences below 0 come out as 0, so these are the smaller and the larger of two numbers.
     low_ = _mm_sub_epi16(low_, _mm_subs_epu16(low_, four));
     high_ = _mm_add_epi16(high_, _mm_subs_epu16(four, high_));
   }

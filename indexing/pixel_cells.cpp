@@ -50,6 +50,7 @@ bool Pixel_cells::set_cells(std::size_t count, double largest_square) {
   reach_ = root_of(largest_square_);
   const auto pixels = static_cast<double>(count);
   const double side = std::sqrt(in_a_cell * width * height / pixels);
+  // The power of two next to what is shorter, that side or the reach: at most 1.4 times as long.
   shift_ = smallest_shift;
   while (2 << shift_ <= 1.4 * std::min<double>(side, reach_)) ++shift_;
   across_ = (frame_.right >> shift_) - (frame_.left >> shift_) + 1;
