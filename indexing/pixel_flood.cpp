@@ -1,7 +1,6 @@
 #include "indexing/pixel_flood.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "indexing/bits.hpp"
 
@@ -36,16 +35,20 @@ bool Pixel_flood::next_group(Point_writer& group) {
   return true;
 }
 
+// Loads the place and the length of a stretch one by one: where it has grown, the length has been
+// stored later than the place, and one load of both would have to wait until both are in the cache.
 void Pixel_flood::fill(Point_writer& group) {
   head_ = 0;
   while (head_ < end_) {
-    const Stretch stretch = queue_[head_++];
-    if (stretch.length > 1) {
-      take_along(stretch);
-    } else if (stretch.length < 0) {
-      take_down(stretch);
+    const std::uint32_t place = queue_[head_].place;
+    const std::int32_t length = queue_[head_].length;
+    ++head_;
+    if (length > 1) {
+      take_along(place, length);
+    } else if (length < 0) {
+      take_down(place, -length);
     } else {
-      take_around(stretch.place, group);
+      take_around(place, group);
     }
   }
 }
@@ -81,12 +84,12 @@ void Pixel_flood::follow_line(Point_writer& group) {
 }
 
 // Looks at no more pixels at a time than fit a word with a column on each side.
-void Pixel_flood::take_along(Stretch stretch) {
+void Pixel_flood::take_along(std::uint32_t place, std::int32_t length) {
   constexpr std::int32_t most = static_cast<std::int32_t>(word_bits) - 2;
-  for (; stretch.length > 0; stretch.place += most, stretch.length -= most) {
-    const auto columns = static_cast<std::uint32_t>(std::min(stretch.length, most)) + 2;
+  for (; length > 0; place += most, length -= most) {
+    const auto columns = static_cast<std::uint32_t>(std::min(length, most)) + 2;
     const Word mask = ~Word{0} >> (word_bits - columns);
-    const std::uint32_t corner = stretch.place - 1;
+    const std::uint32_t corner = place - 1;
     const auto [above, own, below] = map_.take_rows(corner, mask);
     if (own == 0 && above == 0) {
       queue_row(corner + map_.stride(), below);
@@ -117,10 +120,10 @@ void Pixel_flood::queue_columns(std::uint32_t corner, Word above, Word own, Word
 // Goes through the rows from the one above the stretch to the one below it, three columns wide,
 // which seldom lie in two words. Pixels alone in their rows, one below the other, are queued as a
 // stretch.
-void Pixel_flood::take_down(Stretch stretch) {
+void Pixel_flood::take_down(std::uint32_t top, std::int32_t height) {
   const std::uint32_t stride = map_.stride();
-  std::uint32_t place = stretch.place - 1 - stride;
-  auto rows = static_cast<std::uint32_t>(std::abs(stretch.length) + 2);
+  std::uint32_t place = top - 1 - stride;
+  auto rows = static_cast<std::uint32_t>(height) + 2;
   const std::uint32_t shift = place % word_bits;
   if (shift > word_bits - 3) {
     for (; rows > 0; --rows, place += stride) queue_row(place, map_.take(place, 7));

@@ -1434,8 +1434,8 @@ export const bugs = {
     },
     {
       name: 'a stretch down a column ends a row early',
-      find: 'std::abs(stretch.length) + 2',
-      replace: 'std::abs(stretch.length) + 1',
+      find: 'static_cast<std::uint32_t>(height) + 2',
+      replace: 'static_cast<std::uint32_t>(height) + 1',
     },
   ],
 
