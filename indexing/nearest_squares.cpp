@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "indexing/bits.hpp"
+#include "indexing/near_pixels.hpp"
 #include "indexing/near_points.hpp"
 #include "indexing/radix_sort.hpp"
 #include "indexing/squared_distance.hpp"
@@ -21,9 +22,9 @@ constexpr std::size_t many = 2048;
 // One point in so many is looked at: a prime, so that it is in step with few pictures.
 std::size_t sample_stride(std::size_t count) { return count < 16384 ? 13 : 61; }
 
-class Squares {
+class Point_squares {
  public:
-  Squares(const std::vector<double>& x, const std::vector<double>& y)
+  Point_squares(const std::vector<double>& x, const std::vector<double>& y)
       : x_(x.data()), y_(y.data()), x_origin_(x[0]), y_origin_(y[0]) {}
 
   double operator[](std::size_t i) const {
@@ -42,8 +43,30 @@ class Squares {
   double y_origin_;
 };
 
+// The same of pixels.
+class Pixel_squares {
+ public:
+  explicit Pixel_squares(const Packed_pixels& pixels)
+      : pixels_(pixels.data()), origin_(pixels[0]) {}
+
+  std::uint32_t operator[](std::size_t i) const {
+    return static_cast<std::uint32_t>(square_between(origin_, pixels_[i]));
+  }
+
+  std::uint64_t up_to(double bound, std::size_t first, std::size_t length) const {
+    constexpr double largest = std::numeric_limits<std::int32_t>::max();
+    const Pixel_disc disc{origin_, static_cast<std::int32_t>(std::min(bound, largest))};
+    return near_pixels(pixels_ + first, length, disc);
+  }
+
+ private:
+  const Packed_pixel* pixels_;
+  Packed_pixel origin_;
+};
+
 // A square that probably at least `taken` of the squares, and not many more, do not exceed: four
 // standard deviations above the share in question of a sample.
+template <class Squares>
 double probable_bound(Squares squares, std::size_t count, std::size_t taken) {
   constexpr double everything = std::numeric_limits<double>::infinity();
   if (count < sampled_from) return everything;
@@ -60,8 +83,9 @@ double probable_bound(Squares squares, std::size_t count, std::size_t taken) {
   return *ranked;
 }
 
-std::vector<double> squares_up_to(double bound, Squares squares, std::size_t count) {
-  std::vector<double> found;
+template <class Squares>
+auto squares_up_to(double bound, Squares squares, std::size_t count) {
+  std::vector<decltype(squares[0])> found;
   for (std::size_t first = 1; first < count; first += 64) {
     std::uint64_t near = squares.up_to(bound, first, std::min<std::size_t>(64, count - first));
     for (; near != 0; near &= near - 1) {
@@ -71,11 +95,15 @@ std::vector<double> squares_up_to(double bound, Squares squares, std::size_t cou
   return found;
 }
 
+std::uint64_t digits_of(double square) { return bits_of(square); }
+std::uint32_t digits_of(std::uint32_t square) { return square; }
+
 // Few squares are cut to the smallest before they are sorted. Many, which a sample has cut already,
 // are sorted digit by digit: the bits of doubles that are not negative are ordered as they are.
-void sort_smallest(std::vector<double>& squares, std::size_t taken) {
+template <class Square>
+void sort_smallest(std::vector<Square>& squares, std::size_t taken) {
   if (squares.size() >= many) {
-    radix_sort(squares, [](double square) { return bits_of(square); });
+    radix_sort(squares, [](Square square) { return digits_of(square); });
     return;
   }
   const auto end = squares.begin() + static_cast<std::ptrdiff_t>(std::min(taken, squares.size()));
@@ -83,19 +111,29 @@ void sort_smallest(std::vector<double>& squares, std::size_t taken) {
   std::sort(squares.begin(), end);
 }
 
-}  // namespace
-
-std::vector<double> nearest_squares(const std::vector<double>& x, const std::vector<double>& y,
-                                    std::size_t count, std::size_t taken) {
-  const Squares squares(x, y);
-  std::vector<double> nearest =
-      squares_up_to(probable_bound(squares, count, taken), squares, count);
+template <class Squares>
+std::vector<double> nearest_of(Squares squares, std::size_t count, std::size_t taken) {
+  auto nearest = squares_up_to(probable_bound(squares, count, taken), squares, count);
   if (nearest.size() < taken) {
     nearest = squares_up_to(std::numeric_limits<double>::infinity(), squares, count);
   }
   sort_smallest(nearest, taken);
-  nearest.resize(taken, std::numeric_limits<double>::quiet_NaN());
-  return nearest;
+  nearest.resize(std::min(taken, nearest.size()));
+  std::vector<double> sorted(nearest.begin(), nearest.end());
+  sorted.resize(taken, std::numeric_limits<double>::quiet_NaN());
+  return sorted;
+}
+
+}  // namespace
+
+std::vector<double> nearest_squares(const std::vector<double>& x, const std::vector<double>& y,
+                                    std::size_t count, std::size_t taken) {
+  return nearest_of(Point_squares(x, y), count, taken);
+}
+
+std::vector<double> nearest_squares(const Packed_pixels& pixels, std::size_t count,
+                                    std::size_t taken) {
+  return nearest_of(Pixel_squares(pixels), count, taken);
 }
 
 }  // namespace chart_trace

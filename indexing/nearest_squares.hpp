@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "indexing/packed_pixels.hpp"
+
 namespace chart_trace {
 
 // The squares of the `taken` smallest distances from point 0 to the points 1 to count - 1 of the
@@ -14,5 +16,10 @@ namespace chart_trace {
 // Cost: one pass, and a sort of little more than the `taken` squares.
 std::vector<double> nearest_squares(const std::vector<double>& x, const std::vector<double>& y,
                                     std::size_t count, std::size_t taken);
+
+// The same of pixels that are near each other, as are_near() tells of their frame. Their squares
+// are whole numbers, which no step rounds. Cost: half that of points.
+std::vector<double> nearest_squares(const Packed_pixels& pixels, std::size_t count,
+                                    std::size_t taken);
 
 }  // namespace chart_trace

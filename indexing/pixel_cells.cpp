@@ -28,16 +28,14 @@ std::int32_t root_of(std::int32_t square) {
 
 }  // namespace
 
-std::optional<Pixel_cells> Pixel_cells::of(const std::vector<double>& x,
-                                           const std::vector<double>& y, double largest_square) {
-  const auto set = packed_set(x, y);
-  if (!set || set->pixels.size() == 0) return std::nullopt;
+std::optional<Pixel_cells> Pixel_cells::of(Packed_set set, double largest_square) {
+  if (set.pixels.size() == 0) return std::nullopt;
   Pixel_cells cells;
-  cells.frame_ = set->frame;
-  if (!cells.set_cells(set->pixels.size(), largest_square)) return std::nullopt;
-  cells.number_cells(set->pixels);
+  cells.frame_ = set.frame;
+  if (!cells.set_cells(set.pixels.size(), largest_square)) return std::nullopt;
+  cells.number_cells(set.pixels);
   cells.lay_out_cells();
-  cells.deal_out(set->pixels);
+  cells.deal_out(set.pixels);
   return cells;
 }
 

@@ -25,12 +25,10 @@ namespace chart_trace {
 // radius, or 8 places to each side.
 class Pixel_cells {
  public:
-  // Nothing unless there are points, all of them pixels as packed_set() takes them, dense
-  // enough, at least one to every 128 places or so, and no two farther apart than 16383 across or
-  // down. A disc is the pixels whose squared distance to its centre is at most `largest_square`, a
-  // finite number not below 0. Cost: four short passes.
-  static std::optional<Pixel_cells> of(const std::vector<double>& x, const std::vector<double>& y,
-                                       double largest_square);
+  // Nothing unless there are pixels, dense enough, at least one to every 128 places or so, and no
+  // two farther apart than 16383 across or down. A disc is the pixels whose squared distance to its
+  // centre is at most `largest_square`, a finite number not below 0. Cost: three short passes.
+  static std::optional<Pixel_cells> of(Packed_set set, double largest_square);
 
   // Takes the disc around the first pixel left; nothing when none is left.
   std::optional<Taken_points> take_next();

@@ -7,7 +7,9 @@
 #include <optional>
 #include <utility>
 
+#include "indexing/near_pixels.hpp"
 #include "indexing/nearest_squares.hpp"
+#include "indexing/packed_pixels.hpp"
 #include "indexing/pixel_cells.hpp"
 #include "indexing/point_grid.hpp"
 #include "indexing/squared_distance.hpp"
@@ -15,6 +17,7 @@
 #include "primitives/vectors.hpp"
 
 using chart_trace::count_of;
+using chart_trace::Packed_set;
 using chart_trace::Pixel_cells;
 using chart_trace::Point_grid;
 using chart_trace::Taken_points;
@@ -23,8 +26,10 @@ Cluster_algm::Cluster_algm(std::vector<double> x, std::vector<double> y, double 
     : x_points(std::move(x)), y_points(std::move(y)), cluster_fraction(cluster_fraction) {
   const std::int32_t count = count_of(x_points);
   if (count < 1) return;
-  const double largest_square = chart_trace::largest_square_below(cluster_radius(count));
-  if (largest_square >= 0.0) gather_clusters(largest_square);
+  std::optional<Packed_set> pixels = chart_trace::packed_set(x_points, y_points);
+  if (pixels && !chart_trace::are_near(pixels->frame)) pixels.reset();
+  const double largest_square = chart_trace::largest_square_below(radius_over(count, pixels));
+  if (largest_square >= 0.0) gather_clusters(largest_square, std::move(pixels));
   if (x_points.empty()) return;
   // A round took nothing, so nothing will be taken: the rounds that are left give NaN pairs.
   const double nan = std::numeric_limits<double>::quiet_NaN();
@@ -33,21 +38,31 @@ Cluster_algm::Cluster_algm(std::vector<double> x, std::vector<double> y, double 
 }
 
 double Cluster_algm::cluster_radius(std::int32_t count) const {
+  return radius_over(count, std::nullopt);
+}
+
+// The points are read from `pixels` if there are any.
+double Cluster_algm::radius_over(std::int32_t count,
+                                 const std::optional<Packed_set>& pixels) const {
   const std::int32_t length = std::max(count - 1, 0);
   const std::int32_t taken = chart_trace::to_int32(std::ceil(length * cluster_fraction));
   if (length < 1 || taken < 1) return std::numeric_limits<double>::quiet_NaN();
+  const auto points = static_cast<std::size_t>(count);
+  const auto nearest = static_cast<std::size_t>(std::min(taken, length));
   std::vector<double> distances =
-      chart_trace::nearest_squares(x_points, y_points, static_cast<std::size_t>(count),
-                                   static_cast<std::size_t>(std::min(taken, length)));
+      pixels ? chart_trace::nearest_squares(pixels->pixels, points, nearest)
+             : chart_trace::nearest_squares(x_points, y_points, points, nearest);
   for (double& distance : distances) distance = std::sqrt(distance);
   return chart_trace::mean_of(distances);
 }
 
 // Takes cluster after cluster, each around the first point left, until none is left or a seed takes
 // nothing, as no pixel does.
-void Cluster_algm::gather_clusters(double largest_square) {
-  if (auto pixels = Pixel_cells::of(x_points, y_points, largest_square)) {
-    while (const auto cluster = pixels->take_next()) add_centroid(*cluster);
+void Cluster_algm::gather_clusters(double largest_square, std::optional<Packed_set> pixels) {
+  std::optional<Pixel_cells> cells;
+  if (pixels) cells = Pixel_cells::of(*std::move(pixels), largest_square);
+  if (cells) {
+    while (const auto cluster = cells->take_next()) add_centroid(*cluster);
     x_points.clear();
     y_points.clear();
     return;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
+#include "indexing/packed_pixels.hpp"
 #include "indexing/taken_points.hpp"
 
 // Reduces a point set to the centroids of its clusters. One radius serves all clusters: the mean of
@@ -34,7 +36,9 @@ class Cluster_algm {
   std::vector<double> arr_y_centroid() && { return std::move(y_centroids); }
 
  private:
-  void gather_clusters(double largest_square);
+  double radius_over(std::int32_t count,
+                     const std::optional<chart_trace::Packed_set>& pixels) const;
+  void gather_clusters(double largest_square, std::optional<chart_trace::Packed_set> pixels);
   void add_centroid(const chart_trace::Taken_points& cluster);
 
   std::vector<double> x_points, y_points;        // not yet taken by a cluster

@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "indexing/packed_pixels.hpp"
 #include "indexing/pixel_cells.hpp"
 #include "indexing/squared_distance.hpp"
 #include "primitives/cluster_algm.hpp"
@@ -78,12 +79,17 @@ Pixels cloud(std::uint64_t seed, std::size_t count, double side) {
   return set;
 }
 
+bool are_pixels_to_a_square(const Pixels& set, double square) {
+  auto packed = chart_trace::packed_set(set.x, set.y);
+  return packed && chart_trace::Pixel_cells::of(*std::move(packed), square).has_value();
+}
+
 // Whether the set is taken for the pixels of a picture.
 bool are_pixels(const Pixels& set, double fraction) {
   const auto count = static_cast<std::int32_t>(set.x.size());
   const double radius = oracle::cluster_radius({set.x, set.y}, count, fraction);
   const double square = chart_trace::largest_square_below(radius);
-  return chart_trace::Pixel_cells::of(set.x, set.y, square).has_value();
+  return are_pixels_to_a_square(set, square);
 }
 
 // --- Whole-number pixels -------------------------------------------------------------------------
@@ -171,7 +177,8 @@ TEST(Cluster_paths, pixels_far_from_the_origin_equal_the_oracle) {
 
 // As wide as a picture may be, and wider, whatever its place; the last disc reaches all over it.
 TEST(Cluster_paths, pictures_of_the_largest_size_and_larger_equal_the_oracle) {
-  for (const double width : {16382.0, 16383.0, 16384.0, 32767.0, 65535.0, 1e9, 1e17, 1e200}) {
+  for (const double width :
+       {16382.0, 16383.0, 16384.0, 32767.0, 32768.0, 65535.0, 1e9, 1e17, 1e200}) {
     Pixels set = block(30, 20);
     set.x[77] = width;
     EXPECT_TRUE(equals_oracle(set)) << width;
@@ -211,7 +218,7 @@ TEST(Cluster_paths, a_disc_as_large_as_the_largest_picture_equals_the_oracle) {
 TEST(Cluster_paths, hundreds_of_thousands_of_pixels_at_one_place_are_one_cluster) {
   Pixels set{Doubles(300001, 65535.0), Doubles(300001, 65535.0)};
   set.x[0] -= 100.0;
-  ASSERT_TRUE(chart_trace::Pixel_cells::of(set.x, set.y, 9999.0).has_value());
+  ASSERT_TRUE(are_pixels_to_a_square(set, 9999.0));
   const Cluster_algm clusters(set.x, set.y, 1.0);
   EXPECT_TRUE(same_bits(clusters.arr_x_centroid(), {65435.0, 65535.0}));
   EXPECT_TRUE(same_bits(clusters.arr_y_centroid(), {65535.0, 65535.0}));

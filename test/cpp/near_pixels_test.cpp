@@ -53,6 +53,10 @@ TEST(near_pixels, are_taken_whatever_their_number) {
           want.y += row_of(place);
           place = nowhere;
         }
+        const std::uint64_t near = chart_trace::near_pixels(places.data(), count, disc);
+        for (std::size_t k = 0; k < 64; ++k) {
+          ASSERT_EQ(near >> k & 1U, k < count && disc.holds(places[k]) ? 1U : 0U) << k;
+        }
         const Pixel_sums got = chart_trace::take_near(places.data(), count, disc, nowhere);
         ASSERT_EQ(got.count, want.count) << count << " places at " << origin << ", " << square;
         ASSERT_EQ(got.x, want.x) << count << " places at " << origin << ", " << square;
@@ -61,6 +65,21 @@ TEST(near_pixels, are_taken_whatever_their_number) {
       }
     }
   }
+}
+
+TEST(near_pixels, are_all_of_64) {
+  const std::vector<Packed_pixel> places(64, packed(9, 9));
+  EXPECT_EQ(chart_trace::near_pixels(places.data(), 64, {packed(9, 8), 1}), ~std::uint64_t{0});
+  EXPECT_EQ(chart_trace::near_pixels(places.data(), 64, {packed(9, 8), 0}), 0U);
+}
+
+TEST(near_pixels, lie_in_a_picture_of_at_most_32768_columns_and_rows) {
+  const auto far = [](std::int32_t across, std::int32_t down) {
+    return chart_trace::are_near({30, 30 + across, 20, 20 + down});
+  };
+  EXPECT_TRUE(far(32767, 32767));
+  EXPECT_FALSE(far(32768, 0));
+  EXPECT_FALSE(far(0, 32768));
 }
 
 // As many as may be, in the last column and row.

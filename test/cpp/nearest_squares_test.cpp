@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "indexing/near_pixels.hpp"
+#include "indexing/packed_pixels.hpp"
 #include "test/cpp/pixels.hpp"
 #include "test/cpp/shapes.hpp"
 
@@ -28,17 +30,34 @@ Doubles expected(const Pixels& set, std::size_t taken) {
   return squares;
 }
 
-testing::AssertionResult takes_the_nearest(const Pixels& set) {
+// nearest(taken) gives the squares of the set that are tested.
+template <class Nearest>
+testing::AssertionResult are_the_nearest(const Pixels& set, Nearest nearest) {
   const std::size_t others = set.x.size() - 1;
   for (const double share : {0.0, 0.001, 0.05, 0.3, 0.9, 0.99, 1.0}) {
     const auto taken = static_cast<std::size_t>(std::ceil(share * static_cast<double>(others)));
-    const auto got = chart_trace::nearest_squares(set.x, set.y, set.x.size(), taken);
-    const auto result = same_bits(got, expected(set, taken));
+    const auto result = same_bits(nearest(taken), expected(set, taken));
     if (!result) {
       return testing::AssertionFailure() << taken << " of " << others << ": " << result.message();
     }
   }
   return testing::AssertionSuccess();
+}
+
+testing::AssertionResult takes_the_nearest(const Pixels& set) {
+  return are_the_nearest(set, [&](std::size_t taken) {
+    return chart_trace::nearest_squares(set.x, set.y, set.x.size(), taken);
+  });
+}
+
+testing::AssertionResult takes_the_nearest_packed(const Pixels& set) {
+  const auto packed = chart_trace::packed_set(set.x, set.y);
+  if (!packed || !chart_trace::are_near(packed->frame)) {
+    return testing::AssertionFailure() << "the set is not packed";
+  }
+  return are_the_nearest(set, [&](std::size_t taken) {
+    return chart_trace::nearest_squares(packed->pixels, set.x.size(), taken);
+  });
 }
 
 Pixels cloud(std::uint64_t seed, std::size_t count, double side) {
@@ -76,6 +95,40 @@ TEST(Nearest_squares, of_whole_numbers_equal_a_plain_sort) {
   EXPECT_TRUE(takes_the_nearest(block(90, 70)));
   EXPECT_TRUE(takes_the_nearest(block(6000, 1)));
   EXPECT_TRUE(takes_the_nearest(block(3, 2000, 5, 5)));
+}
+
+// Pixels strewn over a square whose left top corner is at (corner, corner).
+Pixels strewn(std::uint64_t seed, std::size_t count, std::uint64_t side, double corner) {
+  Random random(seed);
+  Pixels set;
+  for (std::size_t i = 0; i < count; ++i) {
+    set.x.push_back(corner + static_cast<double>(random.below(side)));
+    set.y.push_back(corner + static_cast<double>(random.below(side)));
+  }
+  return set;
+}
+
+// Around the same sizes, from the smallest squares to those that need all 32 bits.
+TEST(Nearest_squares, of_packed_pixels_equal_a_plain_sort) {
+  for (const std::size_t count : {1U, 2U, 16U, 17U, 18U, 64U, 65U, 66U, 499U, 500U, 501U, 2047U,
+                                  2048U, 2049U, 2050U, 2200U, 16383U, 16384U}) {
+    for (const std::uint64_t side : {1U, 40U, 3000U, 32768U}) {
+      for (const double corner : {0.0, 65536.0 - static_cast<double>(side)}) {
+        ASSERT_TRUE(takes_the_nearest_packed(strewn(1, count, side, corner)))
+            << count << ' ' << side;
+      }
+    }
+  }
+}
+
+TEST(Nearest_squares, of_packed_pixels_as_far_apart_as_may_be_are_exact) {
+  for (const double corner : {0.0, 32768.0}) {
+    Pixels set{Doubles(3000, corner), Doubles(3000, corner)};
+    for (std::size_t i = 1; i < set.x.size(); i += 2) set.x[i] = set.y[i] = corner + 32767.0;
+    EXPECT_TRUE(takes_the_nearest_packed(set));
+    set.x[0] = set.y[0] = corner + 32767.0;
+    EXPECT_TRUE(takes_the_nearest_packed(set));
+  }
 }
 
 TEST(Nearest_squares, of_equal_points_equal_a_plain_sort) {

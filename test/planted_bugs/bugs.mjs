@@ -249,6 +249,16 @@ export const bugs = {
       replace: 'return bits_of(square) & 0xffffffffU;',
     },
     {
+      name: 'many squares of pixels are sorted by the lower half of their bits',
+      find: 'digits_of(std::uint32_t square) { return square; }',
+      replace: 'digits_of(std::uint32_t square) { return square & 0xffffU; }',
+    },
+    {
+      name: 'the largest squares of pixels do not count',
+      find: 'std::numeric_limits<std::int32_t>::max()',
+      replace: '0x7ffe0000',
+    },
+    {
       name: 'what the sample promised is all there is',
       find: 'if (nearest.size() < taken)',
       replace: 'if (nearest.empty())',
@@ -322,14 +332,24 @@ export const bugs = {
   'indexing/near_pixels.hpp': [
     {
       name: 'a pixel at just the largest distance stays',
-      find: '_mm_cmpgt_epi32(_mm_madd_epi16(away, away), largest)',
+      find: '_mm_cmpgt_epi32(_mm_madd_epi16(away, away), largest_)',
       replace:
-        '_mm_cmpgt_epi32(_mm_madd_epi16(away, away), _mm_sub_epi32(largest, _mm_set1_epi32(1)))',
+        '_mm_cmpgt_epi32(_mm_madd_epi16(away, away), _mm_sub_epi32(largest_, _mm_set1_epi32(1)))',
     },
     {
       name: 'a pixel that is told alone stays where it was taken',
       find: '    places[k] = nowhere;\n',
       replace: '',
+    },
+    {
+      name: 'sixteen pixels are looked at in the wrong order',
+      find: '_mm_packs_epi32(four.outside(next + 8), four.outside(next + 12))',
+      replace: '_mm_packs_epi32(four.outside(next + 12), four.outside(next + 8))',
+    },
+    {
+      name: 'pixels may be farther apart than their squares allow',
+      find: 'frame.bottom - frame.top <= 32767',
+      replace: 'frame.bottom - frame.top <= 32768',
     },
     {
       name: 'the sums of four lanes are added up in 32 bits',
