@@ -196,20 +196,25 @@ TEST(Cluster_paths, pictures_of_the_largest_size_and_larger_equal_the_oracle) {
   }
 }
 
-// From corner to corner: the radius is nearly the whole diagonal, and what the first disc leaves is
-// next to a corner.
+// From corner to corner, on both diagonals: the radius is nearly the whole of it. Of two pixels
+// next to each other the first disc takes no more than these, and what it leaves is next to the
+// corner across. Of one pixel alone it takes half of those, at nearly the largest distance there
+// is.
 TEST(Cluster_paths, a_disc_as_large_as_the_largest_picture_equals_the_oracle) {
-  for (const double corner : {0.0, 16383.0}) {
-    const double far = 16383.0 - corner;
-    Pixels set;
-    for (int i = 0; i < 40; ++i) {
-      set.x.push_back(i < 2 ? corner + (corner > 0.0 ? -i : i) : far);
-      set.y.push_back(i < 2 ? corner : far + (corner > 0.0 ? i : -i));
+  for (const double left : {0.0, 16383.0}) {
+    for (const double top : {0.0, 16383.0}) {
+      for (const int near : {1, 2}) {
+        Pixels set;
+        for (int i = 0; i < 40; ++i) {
+          set.x.push_back(i < near ? std::fabs(left - i) : 16383.0 - left);
+          set.y.push_back(i < near ? top : std::fabs(16383.0 - top - i));
+        }
+        ASSERT_TRUE(are_pixels(set, 1.0));
+        EXPECT_TRUE(equals_oracle(set)) << left << ", " << top << ": " << near;
+        EXPECT_TRUE(equals_oracle(shuffled(set))) << left << ", " << top << ": " << near;
+        EXPECT_TRUE(equals_oracle(moved(set, 49152, 49152))) << left << ", " << top << ": " << near;
+      }
     }
-    ASSERT_TRUE(are_pixels(set, 1.0));
-    EXPECT_TRUE(equals_oracle(set));
-    EXPECT_TRUE(equals_oracle(shuffled(set)));
-    EXPECT_TRUE(equals_oracle(moved(set, 49152, 49152)));
   }
 }
 

@@ -365,6 +365,16 @@ export const bugs = {
       replace: 'if (width > longest + 1 || height > longest)',
     },
     {
+      name: 'the largest discs are a little smaller',
+      find: 'largest_of_squares = 2.0',
+      replace: 'largest_of_squares = 1.9',
+    },
+    {
+      name: 'what was taken is within reach of a disc in the corner below it',
+      find: '(frame_.left + beyond) & 0xFFFF',
+      replace: 'frame_.left',
+    },
+    {
       name: 'what was taken is within reach of a large disc',
       find: 'beyond = 2 * longest - 1',
       replace: 'beyond = longest',
