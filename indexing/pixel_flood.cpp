@@ -2,15 +2,11 @@
 
 #include <algorithm>
 
-#include "indexing/bits.hpp"
-
 namespace chart_trace {
 namespace {
 
 using Word = Pixel_map::Word;
 constexpr std::uint32_t word_bits = Pixel_map::word_bits;
-
-std::uint32_t first_of(Word pixels) { return static_cast<std::uint32_t>(lowest_bit(pixels)); }
 
 bool is_single(Word pixels) { return pixels != 0 && (pixels & (pixels - 1)) == 0; }
 

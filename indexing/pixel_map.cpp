@@ -217,8 +217,7 @@ Pixel_map::Word Pixel_map::around_in_two_words(std::uint32_t place) const {
 bool Pixel_map::take_first(std::size_t& from, std::uint32_t& place) {
   while (from < words_.size() && words_[from] == 0) ++from;
   if (from == words_.size()) return false;
-  place = static_cast<std::uint32_t>(from) * word_bits +
-          static_cast<std::uint32_t>(lowest_bit(words_[from]));
+  place = static_cast<std::uint32_t>(from) * word_bits + first_of(words_[from]);
   words_[from] &= words_[from] - 1;
   return true;
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "indexing/bits.hpp"
 #include "indexing/runs.hpp"
 
 namespace chart_trace {
@@ -27,9 +28,9 @@ class Pixel_map {
   static std::optional<Pixel_map> of_raster(const std::vector<double>& columns,
                                             const std::vector<double>& rows);
 
-  // An empty map, half as large at most, for a picture in any order, of which nothing else is asked
-  // but that no pixel comes twice: the caller finds out, who is to put the pixels on the map. The
-  // place of each point is appended to `places`. Cost: three passes.
+  // An empty map, half as large at most, for a picture in any order, and in `places` the place of
+  // each point on it. Refuses what of_raster() refuses, but for the order and for a pixel that
+  // comes twice: whoever puts the pixels on the map finds that out. Cost: three passes.
   static std::optional<Pixel_map> blank(const std::vector<double>& columns,
                                         const std::vector<double>& rows,
                                         std::vector<std::uint32_t>& places);
@@ -134,5 +135,10 @@ class Pixel_map {
   std::vector<Word> words_;
   std::size_t runs_ = 0;
 };
+
+// The number of the first pixel in a part of a row, which must not be empty.
+inline std::uint32_t first_of(Pixel_map::Word pixels) {
+  return static_cast<std::uint32_t>(lowest_bit(pixels));
+}
 
 }  // namespace chart_trace

@@ -94,8 +94,6 @@ class Raster_runs {
     if (fetched_ >= to_fetch_ || fetched_ >= reference + ahead) return;
     prefetch(&neighbours_[fetched_]);
     prefetch(&neighbours_[fetched_ + at_once / 2]);
-    prefetch(&pairs_.extents[fetched_]);  // for whoever gathers the points
-    prefetch(&pairs_.rows[fetched_]);
     fetched_ += at_once;
   }
 

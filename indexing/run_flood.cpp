@@ -16,8 +16,6 @@ constexpr std::size_t queue_size = 256;
 // Above and below a run that lies within a word there are so many others at most.
 constexpr std::size_t most_found = word_bits;
 
-std::uint32_t first_of(Word pixels) { return static_cast<std::uint32_t>(lowest_bit(pixels)); }
-
 // The number of pixels side by side in a word from the first one on.
 std::uint32_t length_of(Word pixels) {
   pixels >>= lowest_bit(pixels);
@@ -55,7 +53,10 @@ void Run_flood::fill(Point_writer& group) {
   Run last = queue_.front();
   bool stopped = true;
   for (std::size_t head = 0; stopped && head < end_; ++head) {
-    if (queue_.size() - end_ < most_found) head = make_room(head, group);
+    if (queue_.size() - end_ < most_found) {
+      make_room(head, group);
+      head = 0;
+    }
     Run reference = last;
     if (head + 1 < end_) reference = queue_[head];
     stopped = is_any_below(reference) && unwritten_ - end_ != 1;
@@ -153,15 +154,14 @@ std::uint32_t Run_flood::take_run(std::uint32_t place) {
   return end;
 }
 
-// Writes the runs before `head`, which have been searched from, moves the others to the front of
-// the queue and returns where `head` has come to.
-std::size_t Run_flood::make_room(std::size_t head, Point_writer& group) {
+// Writes the runs before `head`, which have been searched from, and moves the others to the front
+// of the queue.
+void Run_flood::make_room(std::size_t head, Point_writer& group) {
   write(head, group);
   std::copy(queue_.begin() + static_cast<std::ptrdiff_t>(head),
             queue_.begin() + static_cast<std::ptrdiff_t>(end_), queue_.begin());
   end_ -= head;
   if (end_ > queue_.size() / 2) queue_.resize(2 * queue_.size());
-  return 0;
 }
 
 // Writes the first runs of the queue, so many.

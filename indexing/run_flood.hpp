@@ -53,7 +53,7 @@ class Run_flood {
   void take_touching(Run reference);
   void take_between(std::uint32_t place, std::uint32_t end);
   std::uint32_t take_run(std::uint32_t place);
-  std::size_t make_room(std::size_t head, Point_writer& group);
+  void make_room(std::size_t head, Point_writer& group);
   void write(std::size_t count, Point_writer& group);
 
   Pixel_map map_;

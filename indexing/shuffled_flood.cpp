@@ -15,7 +15,8 @@ namespace {
 constexpr std::size_t words_in_cache = 1 << 14;
 
 // The pixels of one band of the map after the other.
-std::vector<Placed_pixel> in_bands(const std::vector<std::uint32_t>& places, std::size_t map_size) {
+std::vector<Placed_pixel> in_bands(const std::vector<std::uint32_t>& places,
+                                   std::uint64_t map_size) {
   constexpr std::size_t most_bands = 1 << 11;
   std::uint32_t shift = 0;
   while (map_size >> shift >= most_bands) ++shift;
@@ -47,7 +48,7 @@ std::optional<Shuffled_flood> Shuffled_flood::of(const std::vector<double>& colu
   if (!map) return {};
   std::vector<Placed_pixel> banded;
   const std::size_t words = map->words().size();
-  if (words > words_in_cache) banded = in_bands(places, words * word_bits);
+  if (words > words_in_cache) banded = in_bands(places, std::uint64_t{words} * word_bits);
   bool is_clean = true;
   for_each_pixel(places, banded, [&](std::uint32_t place, std::uint32_t) {
     is_clean &= !map->is_free(place);
@@ -94,7 +95,7 @@ void Shuffled_flood::take_around(std::uint32_t place) {
   const std::uint32_t stride = map_.stride();
   for (const std::uint32_t corner : {place - stride - 1, place - 1, place + stride - 1}) {
     for (Word taken = map_.take_three(corner); taken != 0; taken &= taken - 1) {
-      queue_.push_back(corner + static_cast<std::uint32_t>(lowest_bit(taken)));
+      queue_.push_back(corner + first_of(taken));
     }
   }
   if (queue_.size() - first > 1) queue_in_order(first);
