@@ -91,8 +91,11 @@ complete -F _chart_trace chart-trace
 `;
 }
 
-/** @param {string} text */
+/** @param {string} text Whole to zsh, which has no escapes between these quotes. */
 const quoted = (text) => `'${text.replaceAll("'", "'\\''")}'`;
+
+/** @param {string} text Whole to fish, which has escapes there. */
+const quotedInFish = (text) => `'${text.replace(/[\\']/g, '\\$&')}'`;
 
 /**
  * The arguments of the function _arguments of zsh.
@@ -141,11 +144,11 @@ if [[ $funcstack[1] = _chart-trace ]]; then _chart_trace "$@"; else compdef _cha
 function fishLines(command, condition) {
   return completedOf(command).map(({ flags: [long, short], help, words, takesFile, takesValue }) =>
     [
-      `complete -c chart-trace -n ${quoted(condition)} -l ${long.slice(2)}`,
+      `complete -c chart-trace -n ${quotedInFish(condition)} -l ${long.slice(2)}`,
       ...(short ? [`-s ${short.slice(1)}`] : []),
       ...(takesValue ? [takesFile ? '-rF' : '-x'] : []),
-      ...(words.length > 0 ? [`-a ${quoted(words.join(' '))}`] : []),
-      `-d ${quoted(help)}`,
+      ...(words.length > 0 ? [`-a ${quotedInFish(words.join(' '))}`] : []),
+      `-d ${quotedInFish(help)}`,
     ].join(' '),
   );
 }
@@ -158,9 +161,10 @@ function fishScript(program) {
   return [
     '# Completes chart-trace in fish:  chart-trace completion fish | source',
     ...[colors, completion].map(
-      (c) => `complete -c chart-trace -n ${first} -a ${c.name()} -d ${quoted(c.description())}`,
+      (c) =>
+        `complete -c chart-trace -n ${first} -a ${c.name()} -d ${quotedInFish(c.description())}`,
     ),
-    `complete -c chart-trace -n '__fish_seen_subcommand_from ${completion.name()}' -f -a ${quoted(SHELLS.join(' '))}`,
+    `complete -c chart-trace -n '__fish_seen_subcommand_from ${completion.name()}' -f -a ${quotedInFish(SHELLS.join(' '))}`,
     ...fishLines(colors, `__fish_seen_subcommand_from ${colors.name()} ${colors.alias()}`),
     ...fishLines(program, `not __fish_seen_subcommand_from ${named}`),
     '',

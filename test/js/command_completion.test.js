@@ -5,6 +5,7 @@ import { spawnSync } from 'node:child_process';
 import { readFileSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, describe, test } from 'node:test';
+import { completionScript } from '../../command/completion.js';
 import { manual } from '../../command/manual.js';
 import { makeProgram } from '../../command/program.js';
 import { root } from './support/addon.js';
@@ -31,10 +32,25 @@ for (const shell of ['bash', 'zsh', 'fish'])
         writeFileSync(file, stdout);
         const { status: checked, stderr } = spawnSync(shell, ['-n', file], { encoding: 'utf8' });
         assert.equal(checked, 0, stderr);
-        for (const { long } of description.options) {
-          const name = shell === 'fish' ? ` -l ${long.slice(2)} ` : long;
-          assert.ok(stdout.includes(name), long);
+        const words = new Set(stdout.split(/[^-\w]+/));
+        for (const { long, short } of description.options) {
+          if (shell === 'fish') assert.ok(stdout.includes(` -l ${long.slice(2)} `), long);
+          else assert.ok(words.has(long), long);
+          if (short && shell === 'fish') assert.ok(stdout.includes(` -s ${short[1]} `), short);
+          else if (short) assert.ok(words.has(short), short);
         }
+      });
+
+      test('is a script that the shell takes whatever a help text says', () => {
+        const program = makeProgram({ trace: nothing, colors: nothing, completion: nothing });
+        program.option('--odd <A>', "it's [one]: two\\");
+        const script = completionScript(program, shell);
+        const file = join(folder, `odd.${shell}`);
+        writeFileSync(file, script);
+        const { status, stderr } = spawnSync(shell, ['-n', file], { encoding: 'utf8' });
+        assert.equal(status, 0, stderr);
+        if (shell === 'zsh')
+          assert.ok(script.includes("'*--odd[it'\\''s \\[one\\]\\: two\\\\]:odd: '"));
       });
     },
   );
@@ -49,6 +65,7 @@ const COMPLETED = [
   ['chart-trace completion f', ['fish']],
   ['chart-trace colors x.png --fo', ['--format']],
   ['chart-trace colors x.png --format j', ['json']],
+  ['chart-trace x.png --json packa', ['package-lock.json', 'package.json']],
   ['chart-trace x.png -o packa', ['package-lock.json', 'package.json']],
 ];
 
