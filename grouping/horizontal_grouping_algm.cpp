@@ -38,8 +38,8 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
     ends = take_all_groups();
     gather_points();
   }
-  x_groups = {std::move(x_points), ends};
-  y_groups = {std::move(y_points), std::move(ends)};
+  x_groups = {std::move(x_group), ends};
+  y_groups = {std::move(y_group), std::move(ends)};
 }
 
 // For a clean picture row by row; nothing for every other point set.
@@ -48,7 +48,11 @@ std::vector<std::uint32_t> Horizontal_grouping_algm::flood_picture() {
   if (pixel_step != 1.0 || count_of(x_points) < 1) return {};
   auto map = Pixel_map::of_raster(x_points, y_points);
   if (!map || !Run_flood::holds_exactly(*map)) return {};
-  return write_groups(Run_flood(*std::move(map)), x_points, y_points);
+  // Over the points of the input, which the map holds.
+  std::vector<std::uint32_t> ends = write_groups(Run_flood(*std::move(map)), x_points, y_points);
+  x_group = std::move(x_points);
+  y_group = std::move(y_points);
+  return ends;
 }
 
 void Horizontal_grouping_algm::horizontal_groups() {
@@ -115,9 +119,9 @@ void Horizontal_grouping_algm::first_group(Run_list& runs) {
 // Puts the points of all groups in the order of joining: first the x values, then in their memory
 // the y values, as the touch of fresh memory costs more than the copying.
 void Horizontal_grouping_algm::gather_points() {
-  std::vector<double> x = gathered(x_points, std::vector<double>(run_ends_.back()));
+  x_group = gathered(x_points, std::vector<double>(run_ends_.back()));
   y_points = gathered(y_points, std::move(x_points));
-  x_points = std::move(x);
+  y_group = std::move(y_points);
 }
 
 std::vector<double> Horizontal_grouping_algm::gathered(const std::vector<double>& points,

@@ -45,7 +45,8 @@ class Horizontal_grouping_algm {
   std::size_t begin_of(chart_trace::Run run) const { return run == 0 ? 0 : run_ends_[run - 1]; }
   std::size_t end_of(chart_trace::Run run) const { return run_ends_[run]; }
 
-  std::vector<double> x_points, y_points;       // put into the order of joining; empty once built
+  std::vector<double> x_points, y_points;       // in input order; empty once built
+  std::vector<double> x_group, y_group;         // in the order of joining, all groups; empty then
   std::vector<chart_trace::Run_extent> x_runs;  // all runs, in input order: their extents
   std::vector<double> y_runs;                   // and their rows; the points stay where they are
   chart_trace::Group_list x_groups, y_groups;   // parallel, in the order of their first runs
