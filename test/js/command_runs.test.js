@@ -313,6 +313,21 @@ describe('what goes wrong', () => {
   });
 });
 
+test('a task that a worker cannot do has its error for a result', async () => {
+  const records = [];
+  for await (const record of inOrder([{ file: 'a.png' }, { file: 'b.png' }], {
+    name: 'no such work',
+    jobs: 1,
+    signal: new AbortController().signal,
+    onDone: () => {},
+    onFailure: ({ file }, error) => `${file}: ${error.message}`,
+  }))
+    records.push(record);
+  assert.equal(records.length, 2);
+  assert.match(records[0], /^a\.png: ./);
+  assert.match(records[1], /^b\.png: ./);
+});
+
 describe('formats', () => {
   const print = async (...args) => {
     const { stdout } = await command(['a.png', 'none.png', 'b.png', ...BLUES, ...args], {
@@ -360,6 +375,16 @@ describe('formats', () => {
     assert.match(table, /a\.png[^]*none\.png[^]*no such file[^]*b\.png/);
   });
 
+  test('a blank line stands between the tables of two images', async () => {
+    const alone = await Promise.all(
+      ['a.png', 'none.png', 'b.png'].map((name) =>
+        command([name, ...BLUES, '--format', 'table'], { cwd: folder }),
+      ),
+    );
+    const tables = alone.map(({ stdout }) => stdout);
+    assert.equal(await print('--format', 'table'), tables.join('\n'));
+  });
+
   for (const [file, format] of [
     ['x.tsv', 'tsv'],
     ['x.json', 'json'],
@@ -373,9 +398,15 @@ describe('formats', () => {
     });
 
   test('bars have columns for their other ends where these are asked for', async () => {
-    const args = words('a.png --kind bars --color blue --other-ends');
-    const { stdout } = await command(args, { cwd: folder });
-    assert.match(stdout, /^file,.*,other_pixel_x,other_pixel_y,/);
+    const args = words('a.png --kind bars --color blue');
+    const { stdout: plain } = await command(args, { cwd: folder });
+    assert.ok(!plain.includes('other_'), plain);
+    const both = await command([...args, '--other-ends', '--save-project', 'ends.json'], {
+      cwd: folder,
+    });
+    assert.match(both.stdout, /^file,.*,other_pixel_x,other_pixel_y,/);
+    const again = await command(['--project', 'ends.json'], { cwd: folder });
+    assert.equal(again.stdout, both.stdout);
   });
 });
 
@@ -570,13 +601,13 @@ describe('files', () => {
     ['a.png/out.json', /a folder in its path is a file/],
   ])
     test(`-o ${target} fails before any work`, async () => {
-      const { status, stderr, stdout } = await command(['a.png', ...BLUES, '-o', target], {
-        cwd: folder,
-      });
+      const args = ['a.png', ...BLUES, '-o', target, '--overlay', 'early.png'];
+      const { status, stderr, stdout } = await command(args, { cwd: folder });
       assert.equal(status, 1);
       assert.match(stderr, reason);
       assert.ok(stderr.includes(target), stderr);
       assert.equal(stdout, '');
+      assert.ok(!existsSync(file('early.png')));
     });
 
   test('nothing but the output is left in its folder', async () => {
@@ -631,6 +662,17 @@ describe('a run that is interrupted', () => {
       for (const { error } of found) assert.equal(error, null);
       assert.match(await stderr, /interrupted/);
     });
+
+  test('by a second signal ends at once', { skip: process.platform === 'win32' }, async () => {
+    const large = await png({ width: 4000, height: 3000 }, [500, 500, 3500, 2500, BLUE]);
+    await writeFile(join(folder, 'large.png'), large);
+    const child = begin(['none.png', 'large.png', ...BLUES, '--jobs', '1'], { cwd: folder });
+    // The first message is that of none.png, the second that of the interruption.
+    child.stderr.on('data', () => child.kill('SIGINT'));
+    child.stdout.resume();
+    const [status, signal] = await once(child, 'close');
+    assert.deepEqual([status, signal], [null, 'SIGINT']);
+  });
 
   test('writes a file that is whole, with what is finished', async () => {
     const child = begin(['none.png', ...args(), '-o', 'cut.json'], { cwd: folder });
@@ -725,22 +767,28 @@ test('a closed standard input is no failure', async () => {
   assert.equal(stderr, '');
 });
 
-test('NO_COLOR is honoured, and a terminal gets a table in colours', { skip: !hasScript }, () => {
-  const onTerminal = (env) => {
-    const line = [process.execPath, program, 'a.png', ...BLUES]
-      .map((word) => `'${word}'`)
-      .join(' ');
-    const args = ['-qec', line, '/dev/null'];
-    const options = {
-      cwd: folder,
-      encoding: 'utf8',
-      env: { PATH: process.env.PATH, TERM: 'xterm', ...env },
+test(
+  'NO_COLOR is honoured; a terminal gets a table in colours, a file one without',
+  { skip: !hasScript },
+  () => {
+    const onTerminal = (env, ...more) => {
+      const line = [process.execPath, program, 'a.png', ...BLUES, ...more]
+        .map((word) => `'${word}'`)
+        .join(' ');
+      const args = ['-qec', line, '/dev/null'];
+      const options = {
+        cwd: folder,
+        encoding: 'utf8',
+        env: { PATH: process.env.PATH, TERM: 'xterm', ...env },
+      };
+      return spawnSync('script', args, options).stdout;
     };
-    return spawnSync('script', args, options).stdout;
-  };
-  const coloured = onTerminal({});
-  assert.ok(coloured.includes('\x1b[1m'), coloured);
-  const plain = onTerminal({ NO_COLOR: '1' });
-  assert.ok(!plain.includes('\x1b['), plain);
-  assert.match(plain, /^a\.png[^]*#0000ff/);
-});
+    const coloured = onTerminal({});
+    assert.ok(coloured.includes('\x1b[1m'), coloured);
+    const plain = onTerminal({ NO_COLOR: '1' });
+    assert.ok(!plain.includes('\x1b['), plain);
+    assert.match(plain, /^a\.png[^]*#0000ff/);
+    onTerminal({}, '--format', 'table', '-o', 'table.txt');
+    assert.ok(!readFileSync(join(folder, 'table.txt'), 'utf8').includes('\x1b'));
+  },
+);

@@ -35,6 +35,7 @@ describe('the help', () => {
       const { status, stdout } = await command([name, '--help']);
       assert.equal(status, 0);
       assert.match(stdout, new RegExp(`^Usage: chart-trace ${name} `));
+      assert.doesNotMatch(stdout, /Examples:|Exit codes:/);
     });
 
   test('--version prints the version of the package', async () => {
@@ -66,6 +67,7 @@ describe('a wrong command line', () => {
     ['a.png --kind histogram --grouping fission', /--grouping: .*compartments/],
     ['a.png --kind scatter --stride 4', /--stride: .*does not matter to points-fission/],
     ['a.png --kind curve --stride 3', /--stride: expected one of 1, 2, 4, 8, 16.*'3'/],
+    ['a.png --kind curve --cluster-fraction 0', /--cluster-fraction: expected a number above 0/],
     ['a.png --kind curve --cluster-fraction 2', /--cluster-fraction: expected a number above 0/],
     ['a.png --kind curve --cluster-fraction 0.3', /--cluster-fraction: .*0\.051/],
     ['a.png --kind curve --pixel-step 0', /--pixel-step: expected a number above 0.*'0'/],
@@ -77,11 +79,15 @@ describe('a wrong command line', () => {
     ['a.png --kind scatter --color red --color x', /--color: expected a CSS colour.*'x'/],
     ['a.png --kind scatter --exclude x', /--exclude: expected a CSS colour/],
     ['a.png --kind scatter --background x', /--background: expected a CSS colour/],
+    ['a.png --kind curve --pixel-step Infinity', /--pixel-step: expected a number above 0/],
+    ['a.png --kind scatter --tolerance=', /--tolerance: expected a number from 0 to 100.*''/],
     ['a.png --kind scatter --tolerance x', /--tolerance: expected a number from 0 to 100.*'x'/],
     ['a.png --kind scatter --tolerance -1', /--tolerance: expected a number from 0 to 100.*'-1'/],
     ['a.png --kind scatter --region 1,2,3', /--region: expected LEFT,TOP,RIGHT,BOTTOM/],
     ['a.png --kind scatter --region 1,2,3,x', /--region: expected LEFT,TOP,RIGHT,BOTTOM/],
     ['a.png --kind scatter --region 9,2,3,4', /--region: expected LEFT,TOP,RIGHT,BOTTOM/],
+    ['a.png --kind scatter --region 1,9,3,4', /--region: expected LEFT,TOP,RIGHT,BOTTOM/],
+    ['a.png --kind scatter --region 1,2,3,4,5', /--region: expected LEFT,TOP,RIGHT,BOTTOM/],
     ['a.png --kind scatter --mask none.json', /--mask: expected a file.*no such file/],
     ['a.png --kind scatter --mask broken.json', /--mask: expected a JSON list of shapes/],
     ['a.png --kind scatter --mask shape.json', /--mask: expected a JSON list.*masks\[0\]/],
@@ -94,6 +100,7 @@ describe('a wrong command line', () => {
     ['a.png --kind scatter --x 1=0,3=1 --x-scale lin', /--x-scale: .*Did you mean linear\?/],
     ['a.png --kind scatter --format cvs', /--format: .*Did you mean csv\?/],
     ['a.png --kind scatter --jobs 0', /--jobs: expected a whole number from 1 to 256.*'0'/],
+    ['a.png --kind scatter --jobs 1.5', /--jobs: expected a whole number from 1 to 256.*'1.5'/],
     ['a.png --kind scatter --resume', /--resume: expected -o FILE and --format ndjson/],
     ['a.png --kind scatter --resume -o x.csv --format csv', /--resume: expected -o FILE/],
     ['a.png --kind scatter --overlay x.gif', /--overlay: expected a file that ends in .png/],

@@ -2,6 +2,7 @@
 // someone could make there, and the tests of which one must fail on each.
 
 const COMMAND = ['test/js/command_usage.test.js', 'test/js/command_runs.test.js'];
+const RUNS = [...COMMAND].reverse();
 const SERIES = ['test/js/series.test.js', 'test/js/modes.test.js'];
 
 /**
@@ -10,11 +11,22 @@ const SERIES = ['test/js/series.test.js', 'test/js/modes.test.js'];
  */
 export const testsOf = {
   'bin/chart-trace.js': COMMAND,
+  'command/completion.js': ['test/js/command_completion.test.js'],
+  'command/formats.js': [...RUNS, 'test/js/command_names.test.js'],
   'command/help.js': ['test/js/command_usage.test.js', 'test/js/command_completion.test.js'],
+  'command/interruption.js': ['test/js/command_runs.test.js'],
+  'command/list_colours.js': ['test/js/command_runs.test.js'],
+  'command/main.js': COMMAND,
+  'command/manual.js': ['test/js/command_completion.test.js'],
   'command/messages.js': ['test/js/command_terminal.test.js', ...COMMAND],
+  'command/output.js': [...RUNS, 'test/js/command_resume.test.js'],
+  'command/pool.js': ['test/js/command_runs.test.js'],
+  'command/program.js': [...COMMAND, 'test/js/command_completion.test.js'],
   'command/progress.js': ['test/js/command_terminal.test.js'],
+  'command/settings.js': COMMAND,
   'command/terminal.js': ['test/js/command_terminal.test.js'],
   'command/usage.js': ['test/js/command_terminal.test.js', ...COMMAND],
+  'command/values.js': COMMAND,
   'lib/axes/axes.js': ['test/js/axes.test.js'],
   'lib/axes/dates.js': ['test/js/dates.test.js', 'test/js/axes.test.js'],
   'lib/axes/planes.js': ['test/js/axes.test.js'],
@@ -81,11 +93,88 @@ export const bugs = {
     { name: 'the name of the script is an argument', find: 'slice(2)', replace: 'slice(1)' },
   ],
 
+  'command/completion.js': [
+    {
+      name: 'short options are not completed',
+      find: 'flags: [long, short].filter(',
+      replace: 'flags: [long].filter(',
+    },
+    {
+      name: 'files are not completed behind options that take one',
+      find: "takesFile: flags.includes('<FILE>')",
+      replace: 'takesFile: false',
+    },
+    {
+      name: 'a quote in a help text ends the string of a shell',
+      find: `text.replaceAll("'", "'\\\\''")`,
+      replace: 'text',
+    },
+    {
+      name: 'brackets in a help text end an argument of zsh',
+      find: "text.replace(/[[\\]:\\\\]/g, '\\\\$&')",
+      replace: 'text',
+    },
+    {
+      name: 'the words of an option are left out in fish',
+      find: "...(words.length > 0 ? [`-a ${quotedInFish(words.join(' '))}`] : []),",
+      replace: '',
+    },
+    {
+      name: 'options without a value wait for one',
+      find: '.filter(({ takesValue }) => takesValue)',
+      replace: '',
+    },
+  ],
+
+  'command/formats.js': [
+    {
+      name: 'a file gets the colours of the terminal',
+      find: "output === '-' && hasColours",
+      replace: 'hasColours',
+    },
+    {
+      name: 'other ends have columns although nobody asked for them',
+      find: "hasOtherEnds || !name.startsWith('other_')",
+      replace: 'true',
+    },
+    {
+      name: 'a project with other ends loses their columns',
+      find: ' || options.project !== undefined',
+      replace: '',
+    },
+    {
+      name: 'tables stand without a blank line between them',
+      find: "table: between('\\n', (images) => toTable",
+      replace: "table: between('', (images) => toTable",
+    },
+    {
+      name: 'names of columns come again in the middle of the colours',
+      find: '[...(header ? [COLOUR_COLUMNS] : []),',
+      replace: '[COLOUR_COLUMNS,',
+    },
+    {
+      name: 'an image without colours has no row',
+      find: '? [[file, null, null, null, error?.message ?? null]]',
+      replace: '? []',
+    },
+    { name: 'shares are no per cent', find: '(100 * share)', replace: 'share' },
+    {
+      name: 'a name of a file reaches the terminal as it is',
+      find: '`${visible(file)}${size}`',
+      replace: '`${file}${size}`',
+    },
+  ],
+
   'command/help.js': [
     {
       name: 'lines are as wide as they come',
       find: 'Math.min(100, columnsOf',
       replace: 'Math.max(100, columnsOf',
+    },
+    {
+      name: 'the help of a command is that of the program',
+      find: 'const isWhole = command === program;',
+      replace: 'const isWhole = true;',
     },
     {
       name: 'only the last option of a group is shown',
@@ -96,6 +185,91 @@ export const bugs = {
       name: 'the words that an option takes are not told',
       find: 'if (!argChoices) return',
       replace: 'if (argChoices) return',
+    },
+    {
+      name: 'the usual word is not marked',
+      find: 'word === usual ?',
+      replace: 'word !== usual ?',
+    },
+  ],
+
+  'command/interruption.js': [
+    { name: 'SIGINT ends with another code', find: 'SIGINT: 130', replace: 'SIGINT: 1' },
+    {
+      name: 'SIGTERM is not listened to',
+      find: "['SIGHUP', 'SIGINT', 'SIGTERM']);",
+      replace: "['SIGHUP', 'SIGINT']);",
+    },
+    {
+      name: 'a second Ctrl-C does nothing',
+      find: 'process.once(name, onSignal)',
+      replace: 'process.on(name, onSignal)',
+    },
+    {
+      name: 'a reader that has seen enough is not noticed',
+      find: "if (code === 'EPIPE') interrupt('EPIPE');",
+      replace: '',
+    },
+  ],
+
+  'command/list_colours.js': [
+    {
+      name: 'the region is not looked at',
+      find: 'findSeriesColours(picture, task.select)',
+      replace: 'findSeriesColours(picture)',
+    },
+    {
+      name: 'the number of pixels is that of all',
+      find: '      pixels,\n',
+      replace: '      pixels: share,\n',
+    },
+    { name: 'a failure has no list of colours', find: '{ colors: [] }', replace: '{}' },
+  ],
+
+  'command/main.js': [
+    {
+      name: 'a failed run ends with 0',
+      find: 'void (code = await trace(images, options))',
+      replace: 'void (await trace(images, options))',
+    },
+    {
+      name: 'help is an error',
+      find: 'error.exitCode === 0) return 0;',
+      replace: 'error.exitCode === 1) return 0;',
+    },
+    {
+      name: 'a wrong command line ends with 1',
+      find: "words.code === 'ERR_USAGE' ? 2 : 1",
+      replace: "words.code === 'ERR_USAGE' ? 1 : 1",
+    },
+    {
+      name: 'errors of the parser are text beside --json',
+      find: "json: args.includes('--json')",
+      replace: 'json: false',
+    },
+    {
+      name: 'no suggestion for an option that does not exist',
+      find: "hint?.replace(/^\\((.*)\\)$/, '$1') ?? ",
+      replace: '',
+    },
+  ],
+
+  'command/manual.js': [
+    { name: 'hyphens become dashes', find: "text.replace(/[\\\\-]/g, '\\\\$&')", replace: 'text' },
+    {
+      name: 'an option is named without its description',
+      find: '`${escaped(sentence(describe(option)))}`,',
+      replace: '',
+    },
+    {
+      name: 'every option has a heading',
+      find: 'heading !== undefined && heading !== before',
+      replace: 'heading !== undefined',
+    },
+    {
+      name: 'exit codes are left out',
+      find: "'.SH EXIT STATUS',\n    ...EXIT_CODES.flatMap",
+      replace: "'.SH EXIT STATUS',\n    ...[].flatMap",
     },
   ],
 
@@ -133,6 +307,78 @@ export const bugs = {
     },
   ],
 
+  'command/output.js': [
+    {
+      name: 'a picture that has changed keeps its record',
+      find: '(digests.get(file) ?? digest) === digest',
+      replace: 'true',
+    },
+    {
+      name: 'what is no stream is written record by record',
+      find: 'if (!isStream) return void records.push(record);',
+      replace: '',
+    },
+    {
+      name: 'names of columns come with every record',
+      find: '      isFirst = false;\n',
+      replace: '',
+    },
+    {
+      name: 'the ending of the file does not choose the format',
+      find: 'name === ending &&',
+      replace: 'name !== ending &&',
+    },
+    {
+      name: '--resume without a file goes on',
+      find: "if (resume && (output === '-' ||",
+      replace: 'if (resume && (false ||',
+    },
+    {
+      name: 'a terminal gets CSV',
+      find: "process.stdout.isTTY ? 'table' : 'csv'",
+      replace: "process.stdout.isTTY ? 'csv' : 'csv'",
+    },
+    {
+      name: 'a folder is taken for a file that can be written',
+      find: 'if (existsSync(path) && (await stat(path)).isDirectory())',
+      replace: 'if (false)',
+    },
+  ],
+
+  'command/pool.js': [
+    {
+      name: 'tasks are begun after the interruption',
+      find: 'if (signal.aborted) break;',
+      replace: '',
+    },
+    {
+      name: 'tasks that wait are done after the interruption',
+      find: 'const stop = () => pool.cancelPendingTasks();',
+      replace: 'const stop = () => {};',
+    },
+    {
+      name: 'a task whose worker died is lost',
+      find: 'signal.aborted ? undefined : onFailure(task, wordsOf(error))',
+      replace: 'undefined',
+    },
+  ],
+
+  'command/program.js': [
+    {
+      name: 'a cluster fraction of 0 is taken',
+      find: 'f > 0 && f <= 1',
+      replace: 'f >= 0 && f <= 1',
+    },
+    { name: 'a pixel step of 0 is taken', find: 'step > 0', replace: 'step >= 0' },
+    { name: 'half a job', find: 'Number.isInteger(n) && n >= 1', replace: 'n >= 0.5' },
+    {
+      name: 'the version is that of the parser',
+      find: "program.version(PACKAGE.version, '-V, --version', 'print the version');",
+      replace: "program.version('0', '-V, --version', 'print the version');",
+    },
+    { name: 'words are not checked', find: 'read(word(text))', replace: 'read(text)' },
+  ],
+
   'command/progress.js': [
     { name: 'a single image has a bar', find: 'total < 2 ||', replace: 'total < 1 ||' },
     {
@@ -166,6 +412,34 @@ export const bugs = {
       name: 'an hour is 60 minutes too many',
       find: '${minutes % 60} min',
       replace: '${minutes} min',
+    },
+  ],
+
+  'command/settings.js': [
+    {
+      name: 'a scale without references is passed over',
+      find: 'if (scale !== undefined)',
+      replace: 'if (scale === 0)',
+    },
+    {
+      name: 'the scale is not handed on',
+      find: "scale: scale ?? 'linear', ...references",
+      replace: "...references, scale: 'linear'",
+    },
+    {
+      name: 'no kind at all is an error of the library',
+      find: 'if (trace.kind === undefined && trace.mode === undefined)',
+      replace: 'if (false)',
+    },
+    {
+      name: 'the mask is not handed on',
+      find: '...(options.mask && { masks: readMasks(options.mask) }),',
+      replace: '',
+    },
+    {
+      name: 'other ends are not handed on',
+      find: '...picked(options, TRACE_OPTIONS),',
+      replace: "...picked(options, TRACE_OPTIONS.filter((name) => name !== 'otherEnds')),",
     },
   ],
 
@@ -215,6 +489,40 @@ export const bugs = {
       replace: 'edits[i - 2][j - 2] + 2',
     },
     { name: 'inserting is free', find: 'edits[i][j - 1] + 1);', replace: 'edits[i][j - 1]);' },
+  ],
+
+  'command/values.js': [
+    {
+      name: 'no number is 0',
+      find: "text.trim() === '' ? NaN : Number(text);\n  if",
+      replace: 'Number(text);\n  if',
+    },
+    {
+      name: 'a number may be infinite',
+      find: '!Number.isFinite(value) || !fits(value)',
+      replace: 'Number.isNaN(value) || !fits(value)',
+    },
+    {
+      name: 'a rectangle may stand on its head',
+      find: 'left <= right && top <= bottom',
+      replace: 'left <= right',
+    },
+    {
+      name: 'left and right may be exchanged',
+      find: 'left <= right && top <= bottom',
+      replace: 'top <= bottom',
+    },
+    {
+      name: 'a fifth edge is passed over',
+      find: 'parts.length === 4 &&',
+      replace: 'parts.length >= 4 &&',
+    },
+    {
+      name: 'a single reference is enough',
+      find: 'found.pixel.length > 1',
+      replace: 'found.pixel.length > 0',
+    },
+    { name: 'nothing is suggested', find: 'text, didYouMean(text, words))', replace: 'text)' },
   ],
 
   'lib/axes/axes.js': [

@@ -17,6 +17,7 @@ const COPIED = [
   'examples',
   'lib',
   'man',
+  'package-lock.json',
   'package.json',
   'schemas',
   'test/fixtures',
