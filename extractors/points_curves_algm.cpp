@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "grouping/group_by_method.hpp"
-#include "indexing/range.hpp"
 #include "primitives/check_solid_filled.hpp"
 #include "primitives/cluster_algm.hpp"
 #include "primitives/point_density.hpp"
@@ -31,12 +30,6 @@ Centroids centroids_of(std::vector<double> x, std::vector<double> y, double clus
 // the time.
 constexpr std::size_t large = 500;
 
-// The extremes, of equal zeros either: how far they are apart is the same.
-chart_trace::Extremes ends_of(chart_trace::Values values) {
-  const chart_trace::Range range = chart_trace::range_of(values.begin(), values.size());
-  return {range.low, range.high};
-}
-
 // The figures of a group that is solid; nothing for others.
 std::optional<chart_trace::Group_figures> figures_of_marker(chart_trace::Values x,
                                                             chart_trace::Values y,
@@ -44,7 +37,8 @@ std::optional<chart_trace::Group_figures> figures_of_marker(chart_trace::Values 
   const auto is_solid = [&](const chart_trace::Extremes& in_x, const chart_trace::Extremes& in_y) {
     return chart_trace::is_solid_filled(in_x, in_y, x.size(), pixel_step);
   };
-  if (x.size() >= large && !is_solid(ends_of(x), ends_of(y))) return std::nullopt;
+  if (x.size() >= large && !is_solid(chart_trace::ends_of(x), chart_trace::ends_of(y)))
+    return std::nullopt;
   const chart_trace::Group_figures figures = chart_trace::figures_of(x, y);
   if (!is_solid(figures.x, figures.y)) return std::nullopt;
   return figures;

@@ -10,8 +10,6 @@
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
-#else
-#include "primitives/to_int32.hpp"
 #endif
 
 namespace chart_trace {
@@ -82,8 +80,8 @@ class Step_counter {
   Step_counter(double left, double top) : left_(left), top_(top) {}
 
   Steps count(double column, double row) {
-    const std::int32_t right = to_int32(column - left_);
-    const std::int32_t down = to_int32(row - top_);
+    const std::int32_t right = steps_between(left_, column);
+    const std::int32_t down = steps_between(top_, row);
     lost_ |= loss_of(column, left_, right) | loss_of(row, top_, down);
     return {right, down};
   }
@@ -91,6 +89,12 @@ class Step_counter {
   bool lost_nothing() const { return lost_ == 0; }
 
  private:
+  // From beyond any map, and from NaN, -1: rebuilding the value from it shows the difference.
+  static std::int32_t steps_between(double origin, double value) {
+    const double away = value - origin;
+    return away >= 0.0 && away < 2147483648.0 ? static_cast<std::int32_t>(away) : -1;
+  }
+
   double left_, top_;
   std::uint64_t lost_ = 0;
 #endif
