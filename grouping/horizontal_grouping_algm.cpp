@@ -37,22 +37,22 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
     horizontal_groups();
     ends = take_all_groups();
     gather_points();
+  } else {
+    x_group = std::move(x_points);
+    y_group = std::move(y_points);
   }
   x_groups = {std::move(x_group), ends};
   y_groups = {std::move(y_group), std::move(ends)};
 }
 
-// For a clean picture row by row; nothing for every other point set.
+// Groups a clean picture row by row and puts its points in the order of joining where they are;
+// does nothing to every other point set.
 std::vector<std::uint32_t> Horizontal_grouping_algm::flood_picture() {
   using namespace chart_trace;
   if (pixel_step != 1.0 || count_of(x_points) < 1) return {};
   auto map = Pixel_map::of_raster(x_points, y_points);
   if (!map || !Run_flood::holds_exactly(*map)) return {};
-  // Over the points of the input, which the map holds.
-  std::vector<std::uint32_t> ends = write_groups(Run_flood(*std::move(map)), x_points, y_points);
-  x_group = std::move(x_points);
-  y_group = std::move(y_points);
-  return ends;
+  return write_groups(Run_flood(*std::move(map)), x_points, y_points);
 }
 
 void Horizontal_grouping_algm::horizontal_groups() {
