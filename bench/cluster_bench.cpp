@@ -26,17 +26,16 @@ constexpr double some_tens = 0.05;  // the fractions that make so many clusters
 constexpr double thousands = 0.001;
 constexpr double every_point = 0.05;  // a density code
 
-// A call by value, with the copies that it makes.
 bool add_clusters(const std::string& name, double fraction) {
-  const auto run = [fraction](const Pixels& pixels) {
-    benchmark::DoNotOptimize(Cluster_algm(pixels.x, pixels.y, fraction));
+  const auto run = [fraction](Pixels pixels) {
+    benchmark::DoNotOptimize(Cluster_algm(std::move(pixels.x), std::move(pixels.y), fraction));
   };
   const auto is_right = [fraction](const Pixels& pixels) {
     const Cluster_algm got(pixels.x, pixels.y, fraction);
     const oracle::Points want = oracle::cluster(pixels.x, pixels.y, fraction).centroids;
     return same_bits(got.arr_x_centroid(), want.x) && same_bits(got.arr_y_centroid(), want.y);
   };
-  return on_pixel_sets({name, run, is_right});
+  return on_pixel_sets({name, taking_over(run), is_right});
 }
 
 bool chain_is_right(const Pixels& points) {
@@ -44,15 +43,16 @@ bool chain_is_right(const Pixels& points) {
   return same_bits(got, oracle::point_density(points.x, points.y, every_point));
 }
 
+void walk_chain(Pixels points) {
+  benchmark::DoNotOptimize(point_density(std::move(points.x), std::move(points.y), every_point));
+}
+
 void measure_chain(benchmark::State& state, std::size_t size) {
   if (!chain_is_right(random_points(2'000, 1000.0))) {
     state.SkipWithError("the answer is wrong");
     return;
   }
-  const Pixels points = random_points(size, 1000.0);
-  benchmark::DoNotOptimize(point_density(points.x, points.y, every_point));
-  for (auto _ : state) benchmark::DoNotOptimize(point_density(points.x, points.y, every_point));
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(size));
+  time_calls(state, taking_over(walk_chain), random_points(size, 1000.0));
 }
 
 bool add_chain() {
@@ -129,7 +129,8 @@ void gather_by_nanoflann(const Pixels& pixels) {
 }
 
 bool add_anchor() {
-  return on_pixel_sets({"Cluster_algm, fraction 0.05:nanoflann", gather_by_nanoflann, nullptr});
+  return on_pixel_sets(
+      {"Cluster_algm, fraction 0.05:nanoflann", taking_over(gather_by_nanoflann), nullptr});
 }
 
 #else

@@ -1,6 +1,8 @@
 // The compartments, and the two extractors that read them.
 #include <benchmark/benchmark.h>
 
+#include <utility>
+
 #include "bench/on_pixel_sets.hpp"
 #include "extractors/histogram_algm.hpp"
 #include "extractors/step_size_graph_algm.hpp"
@@ -13,8 +15,8 @@ namespace {
 constexpr double width = 1.0;
 
 template <class Algorithm>
-void run(const Pixels& pixels) {
-  benchmark::DoNotOptimize(Algorithm(pixels.x, pixels.y, width));
+void run(Pixels pixels) {
+  benchmark::DoNotOptimize(Algorithm(std::move(pixels.x), std::move(pixels.y), width));
 }
 
 bool compartments_are_right(const Pixels& pixels) {
@@ -36,9 +38,11 @@ bool step_graph_is_right(const Pixels& pixels) {
 }
 
 const bool registered =
-    on_pixel_sets({"Vertical_compartments", run<Vertical_compartments>, compartments_are_right}) &&
-    on_pixel_sets({"Histogram_algm", run<Histogram_algm>, histogram_is_right}) &&
-    on_pixel_sets({"Step_size_graph_algm", run<Step_size_graph_algm>, step_graph_is_right});
+    on_pixel_sets({"Vertical_compartments", taking_over(run<Vertical_compartments>),
+                   compartments_are_right}) &&
+    on_pixel_sets({"Histogram_algm", taking_over(run<Histogram_algm>), histogram_is_right}) &&
+    on_pixel_sets(
+        {"Step_size_graph_algm", taking_over(run<Step_size_graph_algm>), step_graph_is_right});
 
 }  // namespace
 }  // namespace chart_trace_bench

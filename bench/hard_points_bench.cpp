@@ -4,9 +4,9 @@
 
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "bench/on_pixel_sets.hpp"
@@ -23,13 +23,13 @@ constexpr double fraction = 0.05;
 
 struct Subject_on_points {
   std::string name;
-  void (*run)(const Pixels&);
+  Preparation call;
   bool (*is_right)(const Pixels&);
 };
 
 template <class Grouping>
-void group(const Pixels& points) {
-  benchmark::DoNotOptimize(Grouping(points.x, points.y, step));
+void group(Pixels points) {
+  benchmark::DoNotOptimize(Grouping(std::move(points.x), std::move(points.y), step));
 }
 
 template <class Grouping,
@@ -40,8 +40,8 @@ bool groups_are_right(const Pixels& points) {
   return same_bits(got.x_groups_func(), want.x) && same_bits(got.y_groups_func(), want.y);
 }
 
-void cluster(const Pixels& points) {
-  benchmark::DoNotOptimize(Cluster_algm(points.x, points.y, fraction));
+void cluster(Pixels points) {
+  benchmark::DoNotOptimize(Cluster_algm(std::move(points.x), std::move(points.y), fraction));
 }
 
 bool clusters_are_right(const Pixels& points) {
@@ -89,10 +89,7 @@ void measure(benchmark::State& state, const Subject_on_points& subject,
     state.SkipWithError("the answer is wrong");
     return;
   }
-  const Pixels points = points_of(size);
-  subject.run(points);
-  for (auto _ : state) subject.run(points);
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(size));
+  time_calls(state, subject.call, points_of(size));
 }
 
 bool add(const Subject_on_points& subject) {
@@ -116,10 +113,11 @@ bool add(const Subject_on_points& subject) {
 }
 
 const bool registered =
-    add({"Fission_algm", group<Fission_algm>, groups_are_right<Fission_algm, oracle::fission>}) &&
-    add({"Horizontal_grouping_algm", group<Horizontal_grouping_algm>,
+    add({"Fission_algm", taking_over(group<Fission_algm>),
+         groups_are_right<Fission_algm, oracle::fission>}) &&
+    add({"Horizontal_grouping_algm", taking_over(group<Horizontal_grouping_algm>),
          groups_are_right<Horizontal_grouping_algm, oracle::horizontal>}) &&
-    add({"Cluster_algm, fraction 0.05", cluster, clusters_are_right});
+    add({"Cluster_algm, fraction 0.05", taking_over(cluster), clusters_are_right});
 
 }  // namespace
 }  // namespace chart_trace_bench

@@ -1,5 +1,7 @@
 #include <benchmark/benchmark.h>
 
+#include <utility>
+
 #include "bench/on_pixel_sets.hpp"
 #include "grouping/horizontal_grouping_algm.hpp"
 #include "test/oracle/oracle.hpp"
@@ -7,8 +9,8 @@
 namespace chart_trace_bench {
 namespace {
 
-void group(const Pixels& pixels) {
-  const Horizontal_grouping_algm grouping(pixels.x, pixels.y, 1.0);
+void group(Pixels pixels) {
+  const Horizontal_grouping_algm grouping(std::move(pixels.x), std::move(pixels.y), 1.0);
   benchmark::DoNotOptimize(&grouping);
   benchmark::ClobberMemory();
 }
@@ -19,7 +21,8 @@ bool equals_the_oracle(const Pixels& pixels) {
   return same_bits(got.x_groups_func(), want.x) && same_bits(got.y_groups_func(), want.y);
 }
 
-const bool registered = on_pixel_sets({"Horizontal_grouping_algm", group, equals_the_oracle});
+const bool registered =
+    on_pixel_sets({"Horizontal_grouping_algm", taking_over(group), equals_the_oracle});
 
 }  // namespace
 }  // namespace chart_trace_bench

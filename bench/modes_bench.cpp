@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <string>
+#include <utility>
 
 #include "bench/on_pixel_sets.hpp"
 #include "dispatch/autotrace.hpp"
@@ -15,8 +16,9 @@ constexpr double pixel_step = 1.0;
 constexpr double cluster_fraction = 0.05;
 
 bool add(const std::string& mode) {
-  const auto run = [mode](const Pixels& pixels) {
-    benchmark::DoNotOptimize(Autotrace(pixels.x, pixels.y, pixel_step, mode, cluster_fraction));
+  const auto run = [mode](Pixels pixels) {
+    benchmark::DoNotOptimize(
+        Autotrace(std::move(pixels.x), std::move(pixels.y), pixel_step, mode, cluster_fraction));
   };
   const auto is_right = [mode](const Pixels& pixels) {
     const Autotrace got(pixels.x, pixels.y, pixel_step, mode, cluster_fraction);
@@ -24,7 +26,7 @@ bool add(const std::string& mode) {
         oracle::trace(pixels.x, pixels.y, pixel_step, mode, cluster_fraction);
     return same_bits(got.x_autotrace_func(), want.x) && same_bits(got.y_autotrace_func(), want.y);
   };
-  return on_pixel_sets({"mode " + mode, run, is_right});
+  return on_pixel_sets({"mode " + mode, taking_over(run), is_right});
 }
 
 const bool registered = add("point_density") && add("points_curves-fission") &&

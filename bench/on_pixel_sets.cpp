@@ -41,10 +41,7 @@ void measure(benchmark::State& state, const Subject& subject, Shape shape, Order
     state.SkipWithError("the answer is wrong");
     return;
   }
-  const Pixels& pixels = latest_pixels(shape, order, size);
-  subject.run(pixels);  // the memory that calls reuse is mapped before the first is timed
-  for (auto _ : state) subject.run(pixels);
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(size));
+  time_calls(state, subject.call, latest_pixels(shape, order, size));
 }
 
 bool equal_bits(double a, double b) {

@@ -6,11 +6,12 @@
 #include <vector>
 
 #include "bench/pixel_sets.hpp"
+#include "bench/timed_calls.hpp"
 #include "primitives/group_of_arrays.hpp"
 
 // Registers benchmarks on the pixel sets. A benchmark file holds one line a subject:
 //
-//   const bool registered = on_pixel_sets({"Fission_algm", run, is_right});
+//   const bool registered = on_pixel_sets({"Fission_algm", taking_over(group), is_right});
 //
 // Each is called SUBJECT/SHAPE/ORDER/POINTS and reports the points it gets done in a second, from
 // which the table of scripts/bench.mjs takes ns a point. A subject called "Fission_algm:OpenCV" is
@@ -21,7 +22,7 @@ namespace chart_trace_bench {
 struct Subject {
   std::string name;
   // What is timed: one whole call.
-  std::function<void(const Pixels&)> run;
+  Preparation call;
   // Whether the subject's answer for these pixels is right: asked on a small set of the same shape
   // and order before anything is timed, so it may be slow. A benchmark whose answer is wrong fails.
   // Anchors may go without.

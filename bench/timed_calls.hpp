@@ -1,0 +1,26 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <functional>
+
+#include "bench/pixel_sets.hpp"
+
+// Times calls, each of which is made ready before the clock starts: what it needs of its own is not
+// part of its cost.
+
+namespace chart_trace_bench {
+
+using Call = std::function<void()>;
+
+// Makes a call on these points ready. A call is made once only: it may use up what it holds.
+using Preparation = std::function<Call(const Pixels&)>;
+
+// For a function that takes the points over, as `trace` hands them to each algorithm: they are
+// copied beforehand and moved in. A caller that keeps its points pays for that copy on top.
+Preparation taking_over(const std::function<void(Pixels)>& function);
+
+// Calls once untimed, so that the memory that calls reuse is mapped, then as often as it takes.
+void time_calls(benchmark::State& state, const Preparation& prepare, const Pixels& points);
+
+}  // namespace chart_trace_bench
