@@ -50,9 +50,10 @@ struct Cell_grid {
  private:
   static constexpr double narrowest = 1e-290;  // of less the scale would not fit a double
 
+  // Without a branch. A position that is NaN, as where an infinite distance meets a scale of 0, is
+  // in the first cell.
   static std::uint32_t cell_at(double position, std::uint32_t count) {
-    if (!(position > 0.0)) return 0;
-    return position < count ? static_cast<std::uint32_t>(position) : count - 1;
+    return static_cast<std::uint32_t>(std::min(count - 1.0, std::max(0.0, position)));
   }
 };
 

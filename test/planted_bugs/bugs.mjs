@@ -414,8 +414,8 @@ export const bugs = {
     },
     {
       name: 'what lies beyond the last cell belongs to the first',
-      find: ': count - 1;',
-      replace: ': 0;',
+      find: 'std::min(count - 1.0, std::max(0.0, position))',
+      replace: '(position < count ? std::max(0.0, position) : 0.0)',
     },
   ],
 
