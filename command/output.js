@@ -1,9 +1,9 @@
 // Where the records of a run go: to the standard output or into a file.
 //
-// NDJSON goes out record by record. Every other format is written when all records are there, or
-// those that were finished when the run was interrupted. A file is written whole or not at all; only
-// the one that `--resume` goes on with grows line by line, so that no failure loses what is finished.
-// Each of its records says by a digest what it was made from.
+// The standard output gets record by record, but for JSON, which is written when all records are
+// there, or those that were finished when the run was interrupted. A file is written whole or not at
+// all; only the one that `--resume` goes on with grows line by line, so that no failure loses what is
+// finished. Each of its records says by a digest what it was made from.
 
 import { once } from 'node:events';
 import { constants, existsSync } from 'node:fs';

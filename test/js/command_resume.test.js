@@ -7,6 +7,8 @@ import { rm, writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { after, before, beforeEach, test } from 'node:test';
 import { digestOf } from '../../command/digests.js';
+import { sha256Of } from '../../lib/files.js';
+import { VERSION } from '../../lib/version.js';
 import {
   BLUE,
   command,
@@ -60,7 +62,7 @@ test('the same pictures and options: the records are kept to the last byte', asy
   assert.deepEqual(lines(), written);
 });
 
-test('a digest is of the picture and of every option', () => {
+test('a digest is of the picture, of every option and of the version of the program', () => {
   const task = {
     file: 'a.png',
     settings: { colours: ['#0000ff'], select: {}, trace: { kind: 'bars' } },
@@ -68,6 +70,8 @@ test('a digest is of the picture and of every option', () => {
   const digest = digestOf(task, MARKERS);
   assert.match(digest, /^[0-9a-f]{64}$/);
   assert.equal(digestOf({ ...task, file: 'b.png', content: MARKERS }, MARKERS), digest);
+  const written = JSON.stringify([VERSION, { settings: task.settings }, sha256Of(MARKERS)]);
+  assert.equal(digest, sha256Of(Buffer.from(written)));
   const { settings } = task;
   for (const [other, content] of [
     [task, MARKERS.subarray(1)],
@@ -146,6 +150,29 @@ test('what is no record is left out', async () => {
   const { status, stderr } = await traced();
   assert.equal(status, 0, stderr);
   assert.deepEqual(lines(), whole);
+});
+
+test('an image that failed is tried again, and told as long as it fails', async () => {
+  const list = [...NAMES, 'none.png', '--kind', 'scatter', '--color', 'blue'];
+  for (const run of ['first', 'second']) {
+    const { status, stderr } = await resume(...list);
+    assert.equal(status, 1, run);
+    assert.match(stderr, /^chart-trace: none\.png: no such file[^\n]*\n$/, run);
+  }
+  await writeMarkers(folder, ['none.png']);
+  const { status, stderr } = await resume(...list);
+  assert.equal(status, 0, stderr);
+  assert.deepEqual(
+    records().map(({ file, error }) => [file, error]),
+    [...NAMES, 'none.png'].map((file) => [file, null]),
+  );
+});
+
+test('a last record whose line has no end is made anew', async () => {
+  writeFileSync(target, first.trimEnd());
+  const { status, stderr } = await traced();
+  assert.equal(status, 0, stderr);
+  assert.equal(readFileSync(target, 'utf8'), first);
 });
 
 test('an image by the standard input counts by its content', async () => {

@@ -9,8 +9,10 @@ import { join } from 'node:path';
 import process from 'node:process';
 import { after, before, describe, test } from 'node:test';
 import { text } from 'node:stream/consumers';
+import { pathToFileURL } from 'node:url';
 import { inOrder } from '../../command/pool.js';
 import { decodePicture } from '../../lib/pictures.js';
+import { root } from './support/addon.js';
 import { program } from './support/command.js';
 import {
   begin,
@@ -383,6 +385,18 @@ describe('formats', () => {
     );
     const tables = alone.map(({ stdout }) => stdout);
     assert.equal(await print('--format', 'table'), tables.join('\n'));
+  });
+
+  test('where there is no record, the names of the columns are all there is', () => {
+    // As where a run is interrupted before its first image is begun.
+    const [formats, output] = ['formats', 'output'].map((name) => join(root, `command/${name}.js`));
+    const code = `
+      import { traceWriter } from ${JSON.stringify(pathToFileURL(formats))};
+      import { makeOutput } from ${JSON.stringify(pathToFileURL(output))};
+      await (await makeOutput({}, traceWriter('csv', {}, ['scatter']), [])).end();`;
+    const args = ['--input-type=module', '--eval', code];
+    const { stdout } = spawnSync(process.execPath, args, { encoding: 'utf8' });
+    assert.match(stdout, /^file,[^\n]*,error\r\n$/);
   });
 
   for (const [file, format] of [
