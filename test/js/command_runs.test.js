@@ -315,6 +315,34 @@ describe('what goes wrong', () => {
   });
 });
 
+describe('many images', () => {
+  const names = Array.from({ length: 30 }, (_, i) => `many-${i}.png`);
+  before(() => writeMarkers(folder, names));
+
+  const isPosix = process.platform !== 'win32';
+  test('go on behind a slow one, but not far ahead of it', { skip: !isPosix }, async () => {
+    // The overlay of the first is a pipe, which cannot be written to before somebody reads it.
+    const pipe = join(folder, 'drawn-many-0.svg');
+    assert.equal(spawnSync('mkfifo', [pipe]).status, 0);
+    const drawn = () => readdirSync(folder).filter((name) => name.startsWith('drawn-')).length - 1;
+    const list = [...names, ...BLUES, '--jobs', '2', '--overlay', 'drawn-{name}.svg'];
+    const run = traced(list);
+    for (const end = Date.now() + 20_000; drawn() < 7 && Date.now() < end;)
+      await new Promise((resolve) => setTimeout(resolve, 10));
+    // Time enough for more of them.
+    await new Promise((resolve) => setTimeout(resolve, 200));
+    const ahead = drawn();
+    spawnSync('cat', [pipe], { timeout: 60_000 });
+    const { status, records } = await run;
+    assert.equal(ahead, 7);
+    assert.equal(status, 0);
+    assert.deepEqual(
+      records.map(({ file }) => file),
+      names,
+    );
+  });
+});
+
 test('a task that a worker cannot do has its error for a result', async () => {
   const records = [];
   for await (const record of inOrder([{ file: 'a.png' }, { file: 'b.png' }], {

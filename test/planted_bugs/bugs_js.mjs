@@ -406,6 +406,21 @@ export const bugs = {
       find: 'signal.aborted ? undefined : onFailure(task, wordsOf(error))',
       replace: 'undefined',
     },
+    {
+      name: 'one worker, whatever is asked for',
+      find: 'Math.min(jobs, tasks.length)',
+      replace: 'Math.min(1, tasks.length)',
+    },
+    {
+      name: 'all tasks are begun at once',
+      find: 'if (begun.length >= 4 * threads)',
+      replace: 'if (begun.length >= 4000 * threads)',
+    },
+    {
+      name: 'the last records are lost',
+      find: 'while (begun.length > 0)',
+      replace: 'while (begun.length > 1)',
+    },
   ],
 
   'command/program.js': [
