@@ -167,6 +167,7 @@ describe('one image', () => {
     };
     assert.equal(await count('--tolerance', '20'), 2);
     assert.equal(await count('--tolerance', '1'), 1);
+    assert.equal(await count('--tolerance', '100'), 2);
     assert.equal(await count('--tolerance', '20', '--exclude', '#0032ff'), 1);
     assert.equal(
       await count(
@@ -509,6 +510,25 @@ describe('projects', () => {
     const again = await command(['--project', 'p.json', '--json'], { cwd });
     assert.equal(again.status, 0, again.stderr);
     assert.equal(again.stdout, first.stdout);
+  });
+
+  test('say which pixels each series has, and where the picture lies beside them', async () => {
+    await mkdir(join(folder, 'elsewhere'));
+    await writeMarkers(join(folder, 'elsewhere'), ['a.png']);
+    const which = words(
+      '--kind scatter --color blue --color red --tolerance 0 --region 20,0,59,39',
+    );
+    const args = ['elsewhere/a.png', ...which, '--json', '--save-project', 'elsewhere/p.json'];
+    const first = JSON.parse((await command(args, { cwd: folder })).stdout).images[0];
+    assert.deepEqual(
+      first.series.map(({ pixels }) => pixels),
+      [[[42, 22]], [[32, 32]]],
+    );
+    const { status, stdout } = await command(['--project', 'elsewhere/p.json', '--json'], {
+      cwd: folder,
+    });
+    assert.equal(status, 0);
+    assert.deepEqual(JSON.parse(stdout).images, [{ ...first, file: 'a.png' }]);
   });
 
   test('are applied to other images', async () => {

@@ -6,6 +6,7 @@ import { writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 import { KINDS, makeProgram } from '../../command/program.js';
+import { asUsageError } from '../../command/usage.js';
 import { MODES } from '../../lib/tracing/modes.js';
 import { root } from './support/addon.js';
 import { command, makeFolder, writeMarkers } from './support/command.js';
@@ -93,7 +94,7 @@ describe('a wrong command line', () => {
     ['a.png --kind scatter --mask shape.json', /--mask: expected a JSON list.*masks\[0\]/],
     ['a.png --kind scatter --x 1=2', /--x: expected two references or more, such as/],
     ['a.png --kind scatter --x 1=2,3', /--x: expected two references or more.*'1=2,3'/],
-    ['a.png --kind scatter --x 1=2,3=', /--x, reference 2: expected PIXEL=VALUE/],
+    ['a.png --kind scatter --x 1=2,3=', /^chart-trace: --x, reference 2: expected PIXEL=VALUE/],
     ['a.png --kind scatter --y 1=2,3=x', /--y, reference 2 \(3=x\): expected a number/],
     ['a.png --kind scatter --x 1=0,3=1 --x-scale log', /--x, reference 1 .*number above 0/],
     ['a.png --kind scatter --x-scale log', /--x-scale: expected --x beside it/],
@@ -113,6 +114,7 @@ describe('a wrong command line', () => {
     ['a.png --project p.json --x-scale log', /--x-scale: expected nothing beside --project/],
     ['a.png --project p.json --save-project q.json', /--save-project: expected nothing beside/],
     ['a.png b.png --kind scatter --save-project q.json', /--save-project: expected a single image/],
+    ['- --kind scatter --save-project q.json', /--save-project: expected a single image.*'-'/],
     ['a.png --kind scatter --save-project q.txt', /--save-project: .*ends in \.json/],
     ['a.png --kind scatter -o q.json --save-project q.json', /another file than -o has/],
     ['colors', /missing required argument 'IMAGE'/],
@@ -144,4 +146,9 @@ describe('a wrong command line', () => {
       assert.equal(stdout, '');
       assert.equal(status, 2);
     });
+});
+
+test('an error that no option is to blame for is not put down to one', () => {
+  const error = new RangeError('Array buffer allocation failed');
+  assert.equal(asUsageError('--x', error), error);
 });

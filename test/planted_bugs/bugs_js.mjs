@@ -24,10 +24,14 @@ export const testsOf = {
   'command/pool.js': ['test/js/command_runs.test.js'],
   'command/program.js': [...COMMAND, 'test/js/command_completion.test.js'],
   'command/progress.js': ['test/js/command_terminal.test.js'],
+  'command/projects.js': COMMAND,
+  'command/runs.js': COMMAND,
   'command/settings.js': COMMAND,
   'command/terminal.js': ['test/js/command_terminal.test.js'],
+  'command/trace_image.js': ['test/js/command_runs.test.js'],
   'command/usage.js': ['test/js/command_terminal.test.js', ...COMMAND],
   'command/values.js': COMMAND,
+  'command/worker.js': ['test/js/command_runs.test.js'],
   'lib/axes/axes.js': ['test/js/axes.test.js'],
   'lib/axes/dates.js': ['test/js/dates.test.js', 'test/js/axes.test.js'],
   'lib/axes/planes.js': ['test/js/axes.test.js'],
@@ -437,6 +441,21 @@ export const bugs = {
       replace: "program.version('0', '-V, --version', 'print the version');",
     },
     { name: 'words are not checked', find: 'read(word(text))', replace: 'read(text)' },
+    {
+      name: 'a tolerance of 100 is refused',
+      find: 'n >= 0 && n <= 100',
+      replace: 'n >= 0 && n < 100',
+    },
+    {
+      name: 'a stride stays a text',
+      find: "usual: '1',\n        read: Number,",
+      replace: "usual: '1',",
+    },
+    {
+      name: 'colours is no other name of colors',
+      find: "    .alias('colours')\n",
+      replace: '',
+    },
   ],
 
   'command/progress.js': [
@@ -475,6 +494,92 @@ export const bugs = {
     },
   ],
 
+  'command/projects.js': [
+    {
+      name: 'options beside a project are passed over',
+      find: 'for (const name of [...SAID,',
+      replace: 'for (const name of [',
+    },
+    {
+      name: 'a project without images has none',
+      find: ': [await ownImage(project, options.project)]',
+      replace: ': []',
+    },
+    {
+      name: 'a project for many images is written',
+      find: "if (images.length > 1 || images[0] === '-')",
+      replace: "if (images[0] === '-')",
+    },
+    {
+      name: 'a project of the input is written',
+      find: "if (images.length > 1 || images[0] === '-')",
+      replace: 'if (images.length > 1)',
+    },
+    {
+      name: 'a project forgets how pixels were selected',
+      find: 'options: { ...trace, ...settings.select },',
+      replace: 'options: { ...trace },',
+    },
+    {
+      name: 'a project forgets the axes',
+      find: 'axes: axes ?? null,',
+      replace: 'axes: null,',
+    },
+    {
+      name: 'a project may have any ending',
+      find: "if (extname(path).toLowerCase() !== '.json')",
+      replace: 'if (false)',
+    },
+    {
+      name: 'a project names its picture from here',
+      find: 'const file = pathFromProject(path, image.file);',
+      replace: 'const { file } = image;',
+    },
+  ],
+
+  'command/runs.js': [
+    {
+      name: 'nothing found is exit code 0',
+      find: 'look(record, note) && isComplete',
+      replace: 'isComplete',
+    },
+    {
+      name: 'the code of an interruption is lost',
+      find: 'interruption.code() ?? (isComplete',
+      replace: '(isComplete',
+    },
+    {
+      name: 'an overlay may have any ending',
+      find: "if (!['.png', '.svg'].includes(extname(pattern).toLowerCase()))",
+      replace: 'if (false)',
+    },
+    {
+      name: 'two images have one overlay',
+      find: 'files.indexOf(file) !== i',
+      replace: 'files.indexOf(file) > i',
+    },
+    {
+      name: 'an image is written over',
+      find: 'if (inputs.has(path)) throw',
+      replace: 'if (false) throw',
+    },
+    {
+      name: 'two things go into one file',
+      find: 'if (other) throw',
+      replace: 'if (!written) throw',
+    },
+    {
+      name: 'the input is read twice',
+      find: 'if (asked.length > 1) throw',
+      replace: 'if (asked.length > 2) throw',
+    },
+    {
+      name: 'a file that cannot be written is noticed after the work',
+      find: 'await checkWritable(file);',
+      replace: '',
+    },
+  ],
+
   'command/settings.js': [
     {
       name: 'a scale without references is passed over',
@@ -500,6 +605,26 @@ export const bugs = {
       name: 'other ends are not handed on',
       find: '...picked(options, TRACE_OPTIONS),',
       replace: "...picked(options, TRACE_OPTIONS.filter((name) => name !== 'otherEnds')),",
+    },
+    {
+      name: 'the region is not handed on',
+      find: '...(options.region && { box: options.region }),',
+      replace: '',
+    },
+    {
+      name: 'colours to exclude are not handed on',
+      find: "['exclude', 'background', 'tolerance']",
+      replace: "['background', 'tolerance']",
+    },
+    {
+      name: 'an axis is made without being tried',
+      find: 'makeAxis(axis, `--${name}`);',
+      replace: '',
+    },
+    {
+      name: 'the option at fault is always the kind',
+      find: '/^Expected (\\w+)/',
+      replace: '/^Unexpected (\\w+)/',
     },
   ],
 
@@ -532,6 +657,44 @@ export const bugs = {
     },
   ],
 
+  'command/trace_image.js': [
+    {
+      name: 'a project is traced as the first series alone',
+      find: 'traceProject(settings.project, picture, { file }).series',
+      replace: 'traceProject(settings.project, picture, { file }).series.slice(0, 1)',
+    },
+    {
+      name: 'the picture of a failure has no size',
+      find: '    size.width = picture.width;\n',
+      replace: '',
+    },
+    {
+      name: 'colours are looked for outside of the region',
+      find: 'findSeriesColours(picture, { box, masks })',
+      replace: 'findSeriesColours(picture)',
+    },
+    {
+      name: 'colours that were asked for are passed over',
+      find: 'colours ?? findSeriesColours',
+      replace: 'findSeriesColours',
+    },
+    {
+      name: 'an overlay in SVG has no picture',
+      find: ', href: `data:image/png;base64,${below}`',
+      replace: '',
+    },
+    {
+      name: 'no project is written',
+      find: 'await saveProject(project,',
+      replace: 'void (project,',
+    },
+    {
+      name: 'a failure ends the run',
+      find: 'return { file, ...size, ...nothing, error: wordsOf(error) };',
+      replace: 'throw error;',
+    },
+  ],
+
   'command/usage.js': [
     {
       name: 'the beginning of a word is not known',
@@ -549,6 +712,21 @@ export const bugs = {
       replace: 'edits[i - 2][j - 2] + 2',
     },
     { name: 'inserting is free', find: 'edits[i][j - 1] + 1);', replace: 'edits[i][j - 1]);' },
+    {
+      name: 'what is missing is undefined',
+      find: "received === undefined ? 'it is missing'",
+      replace: "received === null ? 'it is missing'",
+    },
+    {
+      name: 'any error is one of the command line',
+      find: 'if (!(error instanceof ChartTraceError)) return error;',
+      replace: '',
+    },
+    {
+      name: 'the option is named twice',
+      find: 'message.startsWith(option)',
+      replace: 'false',
+    },
   ],
 
   'command/values.js': [
@@ -583,6 +761,19 @@ export const bugs = {
       replace: 'found.pixel.length > 0',
     },
     { name: 'nothing is suggested', find: 'text, didYouMean(text, words))', replace: 'text)' },
+    {
+      name: 'the last colour alone counts',
+      find: '[...before, colour(option)(text)]',
+      replace: '[colour(option)(text)]',
+    },
+  ],
+
+  'command/worker.js': [
+    {
+      name: 'colours are traced',
+      find: 'listColours as colors',
+      replace: 'listColours as colours',
+    },
   ],
 
   'lib/axes/axes.js': [
