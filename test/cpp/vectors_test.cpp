@@ -122,6 +122,37 @@ TEST(Min_index, passes_over_a_nan_that_stands_later) {
   EXPECT_EQ(min_index({1, not_a_number, 2}), 0);
 }
 
+// Whether both ways to find them give these extremes.
+testing::AssertionResult have_extremes(const std::vector<double>& values, double min, double max) {
+  const chart_trace::Extremes alone = chart_trace::extremes_of(values);
+  const chart_trace::Group_figures figures = chart_trace::figures_of(values, values);
+  for (const chart_trace::Extremes& found : {alone, figures.x, figures.y}) {
+    const auto equal = same_bits({found.min, found.max}, {min, max});
+    if (!equal) return equal;
+  }
+  return testing::AssertionSuccess();
+}
+
+TEST(Extremes, are_the_smallest_and_the_largest_wherever_they_stand) {
+  EXPECT_TRUE(have_extremes({7}, 7, 7));
+  EXPECT_TRUE(have_extremes({2, 1, 3}, 1, 3));
+  EXPECT_TRUE(have_extremes({3, 2, 1}, 1, 3));
+  EXPECT_TRUE(have_extremes({0, infinity, -infinity}, -infinity, infinity));
+}
+
+TEST(Extremes, of_equal_zeros_are_the_first) {
+  EXPECT_TRUE(have_extremes({0.0, -0.0}, 0.0, 0.0));
+  EXPECT_TRUE(have_extremes({-0.0, 0.0}, -0.0, -0.0));
+  EXPECT_TRUE(have_extremes({1, 0.0, -0.0}, 0.0, 1));
+  EXPECT_TRUE(have_extremes({-1, -0.0, 0.0}, -1, -0.0));
+}
+
+TEST(Extremes, are_a_nan_only_where_it_stands_first) {
+  EXPECT_TRUE(have_extremes({not_a_number, 1, 2}, not_a_number, not_a_number));
+  EXPECT_TRUE(have_extremes({1, not_a_number, 2}, 1, 2));
+  EXPECT_TRUE(have_extremes({2, 1, not_a_number}, 1, 2));
+}
+
 TEST(Check_point_in_box, includes_all_edges) {
   EXPECT_TRUE(check_point_in_box(1, 1, {1, 2}, {0, 1}));
   EXPECT_TRUE(check_point_in_box(2, 0, {1, 2}, {0, 1}));

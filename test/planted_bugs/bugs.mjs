@@ -106,6 +106,21 @@ export const bugs = {
       find: 'if (value < extremes.min) extremes.min = value;',
       replace: 'if (!(value >= extremes.min)) extremes.min = value;',
     },
+    {
+      name: 'the smallest y of a group is the last of equals',
+      find: 'in_y.min = y[i] < in_y.min',
+      replace: 'in_y.min = y[i] <= in_y.min',
+    },
+    {
+      name: 'the largest x of a group is the last of equals',
+      find: 'in_x.max = x[i] > in_x.max',
+      replace: 'in_x.max = x[i] >= in_x.max',
+    },
+    {
+      name: 'the largest y of a group lets go of a NaN that stands first',
+      find: 'in_y.max = y[i] > in_y.max',
+      replace: 'in_y.max = !(y[i] <= in_y.max)',
+    },
   ],
 
   'primitives/check_solid_filled.cpp': [
@@ -408,9 +423,14 @@ export const bugs = {
 
   'indexing/cell_grid.hpp': [
     {
-      name: 'all points that lie at one edge are halved without end',
+      name: 'the first of two cells is never short',
       find: '1.0 / std::max(length, narrowest)',
-      replace: '1.0 / length',
+      replace: '1.0 / std::max(length, 1.0)',
+    },
+    {
+      name: 'what lies at the end of the first of two cells is in it',
+      find: 'std::nextafter(1.0 / std::max(length, narrowest), 1.0 / narrowest)',
+      replace: '1.0 / std::max(length, narrowest)',
     },
     {
       name: 'what lies beyond the last cell belongs to the first',
