@@ -341,6 +341,19 @@ TEST(Horizontal_paths, special_numbers_among_pixels_equal_the_oracle) {
   }
 }
 
+// Rows that are no numbers touch nothing: each is walked from in vain, until bands are asked.
+TEST(Horizontal_paths, an_infinite_step_reaches_everywhere_from_behind_rows_that_are_no_numbers) {
+  for (const int rows : {20, 60, 200}) {
+    Points points;
+    points.step = infinity;
+    for (int k = 0; k < rows; ++k) points.add(k, nan_value);
+    for (int k = 0; k < rows; ++k) points.add(100 - k, 7 * k);
+    const Horizontal_grouping_algm got(points.x, points.y, points.step);
+    EXPECT_EQ(got.x_groups_func().size(), static_cast<std::size_t>(rows) + 1);
+    EXPECT_TRUE(equals_the_oracle(points)) << rows << " rows of each kind";
+  }
+}
+
 TEST(Horizontal_paths, points_anywhere_equal_the_oracle) {
   for (std::uint64_t seed = 0; seed < 150; ++seed) {
     Random random(seed);
