@@ -7,6 +7,7 @@ namespace {
 
 using Word = Pixel_map::Word;
 constexpr std::uint32_t word_bits = Pixel_map::word_bits;
+constexpr std::size_t queue_size = 64;
 
 bool is_single(Word pixels) { return pixels != 0 && (pixels & (pixels - 1)) == 0; }
 
@@ -19,45 +20,50 @@ Word up_to_first(Word pixels) { return pixels ^ (pixels - 1); }
 }  // namespace
 
 Pixel_flood::Pixel_flood(Pixel_map map)
-    : map_(std::move(map)), line_walk_(map_.stride()), queue_(64) {}
+    : map_(std::move(map)),
+      line_walk_(map_.stride()),
+      queue_(queue_size),
+      head_(queue_.data()),
+      end_(queue_.data()),
+      room_end_(queue_.data() + queue_.size()) {}
 
 bool Pixel_flood::next_group(Point_writer& group) {
   std::uint32_t seed = 0;
   if (!map_.take_first(seed_word_, seed)) return false;
-  queue_[0] = {seed, 1};
-  end_ = 1;
-  fill(group);
-  write(group);
+  group_ = &group;
+  clear_queue();
+  push({seed, 1});
+  fill();
+  write(end_);
   return true;
 }
 
 // Loads the place and the length of a stretch one by one: where it has grown, the length has been
 // stored later than the place, and one load of both would have to wait until both are in the cache.
-void Pixel_flood::fill(Point_writer& group) {
-  head_ = 0;
-  while (head_ < end_) {
-    const std::uint32_t place = queue_[head_].place;
-    const std::int32_t length = queue_[head_].length;
+void Pixel_flood::fill() {
+  while (head_ != end_) {
+    const std::uint32_t place = head_->place;
+    const std::int32_t length = head_->length;
     ++head_;
     if (length > 1) {
       take_along(place, length);
     } else if (length < 0) {
       take_down(place, -length);
     } else {
-      take_around(place, group);
+      take_around(place);
     }
   }
 }
 
 // On a line one pixel thick each pixel takes one other. Such pixels stay single: joining them would
 // save less than finding out whether they can be joined.
-void Pixel_flood::take_around(std::uint32_t place, Point_writer& group) {
+void Pixel_flood::take_around(std::uint32_t place) {
   const Word around = map_.around(place);
   if (around == 0) return;
   if (const std::uint32_t to_taken = line_walk_.to_neighbour(around); to_taken != 0) {
     map_.flip(place + to_taken);
     push({place + to_taken, 1});
-    follow_line(group);
+    follow_line();
     return;
   }
   const auto [above, own, below] = map_.take_rows(place - 1, 7);
@@ -68,13 +74,12 @@ void Pixel_flood::take_around(std::uint32_t place, Point_writer& group) {
 
 // Where no more than two single pixels are left in the queue, they may be the ends of a line. What
 // is left when it has been followed is the queue from then on.
-void Pixel_flood::follow_line(Point_writer& group) {
-  if (end_ - head_ > 2 || !queue_[head_].is_single() || !queue_[end_ - 1].is_single()) return;
-  write(group);
-  Line_walk::Ends ends{queue_[head_].place, queue_[end_ - 1].place, end_ - head_ == 2};
-  ends = line_walk_.follow(ends, map_, group);
-  head_ = 0;
-  end_ = 0;
+void Pixel_flood::follow_line() {
+  if (end_ - head_ > 2 || !head_->is_single() || !end_[-1].is_single()) return;
+  write(end_);
+  Line_walk::Ends ends{head_->place, end_[-1].place, end_ - head_ == 2};
+  ends = line_walk_.follow(ends, map_, *group_);
+  clear_queue();
   push({ends.first, 0});
   if (ends.has_second) push({ends.second, 0});
 }
@@ -165,7 +170,7 @@ void Pixel_flood::queue_row(std::uint32_t place, Word pixels) {
 
 // Pixels that carry on the last stretch are added to it, unless it is in hand already.
 void Pixel_flood::queue_along(std::uint32_t place, std::int32_t length) {
-  Stretch& last = queue_[end_ - 1];
+  Stretch& last = end_[-1];
   if (last.length > 0 && last.place + static_cast<std::uint32_t>(last.length) == place &&
       end_ != head_) {
     last.length += length;
@@ -177,7 +182,7 @@ void Pixel_flood::queue_along(std::uint32_t place, std::int32_t length) {
 }
 
 void Pixel_flood::queue_down(std::uint32_t place, std::int32_t length) {
-  Stretch& last = queue_[end_ - 1];
+  Stretch& last = end_[-1];
   const std::int32_t height = last.length == 1 ? 1 : -last.length;
   if (height > 0 && last.place + static_cast<std::uint32_t>(height) * map_.stride() == place &&
       end_ != head_) {
@@ -188,21 +193,42 @@ void Pixel_flood::queue_down(std::uint32_t place, std::int32_t length) {
 }
 
 void Pixel_flood::push(Stretch stretch) {
-  if (end_ == queue_.size()) queue_.resize(2 * end_);
-  queue_[end_++] = stretch;
+  if (end_ == room_end_) make_room();
+  *end_++ = stretch;
 }
 
-void Pixel_flood::write(Point_writer& group) const {
-  for (std::size_t k = 0; k < end_; ++k) {
-    const Stretch stretch = queue_[k];
+void Pixel_flood::clear_queue() {
+  head_ = queue_.data();
+  end_ = queue_.data();
+}
+
+// Writes the stretches whose turn is over, and moves the others to the front; where these fill more
+// than half of the queue, it becomes twice as long as they are. The one in hand stays as well: it
+// may be the last one, which is asked for.
+void Pixel_flood::make_room() {
+  Stretch* const in_hand = head_ - 1;
+  const auto left = end_ - in_hand;
+  const std::size_t size = queue_.size();
+  write(in_hand);
+  queue_.erase(queue_.begin(), queue_.begin() + (in_hand - queue_.data()));
+  queue_.resize(std::max(size, 2 * static_cast<std::size_t>(left)));
+  head_ = queue_.data() + 1;
+  end_ = queue_.data() + left;
+  room_end_ = queue_.data() + queue_.size();
+}
+
+// Those up to `end`, which have become as long as they get.
+void Pixel_flood::write(const Stretch* end) {
+  for (const Stretch* next = queue_.data(); next != end; ++next) {
+    const Stretch stretch = *next;
     const double x = map_.column_of(stretch.place);
     const double y = map_.row_of(stretch.place);
     if (stretch.length == 1) {
-      group.add(x, y);
+      group_->add(x, y);
     } else if (stretch.length > 1) {
-      group.add_along(x, y, static_cast<std::size_t>(stretch.length));
+      group_->add_along(x, y, static_cast<std::size_t>(stretch.length));
     } else {
-      group.add_down(x, y, static_cast<std::size_t>(-stretch.length));
+      group_->add_down(x, y, static_cast<std::size_t>(-stretch.length));
     }
   }
 }

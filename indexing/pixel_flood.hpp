@@ -18,7 +18,8 @@ namespace chart_trace {
 // other in a column. They are taken, queued and written as such, so that most pixels cost a few
 // bits. What a stretch takes is found for its pixels together, for the order of taking is known: of
 // a stretch along a row, each pixel after the first finds nothing new but in the column on its
-// right; of one down a column, nothing new but in the row below it.
+// right; of one down a column, nothing new but in the row below it. Stretches are written to their
+// group when their turn is over, so that the queue stays short.
 //
 // A line one pixel thick has no stretches to speak of: it is left to a Line_walk.
 class Pixel_flood {
@@ -29,6 +30,8 @@ class Pixel_flood {
   static bool reaches_eight(double half) { return half >= 1.0 && half <= 2.0 - 1.0 / 1024; }
 
   explicit Pixel_flood(Pixel_map map);
+  Pixel_flood(const Pixel_flood&) = delete;
+  Pixel_flood& operator=(const Pixel_flood&) = delete;
 
   // Fills the group of the first free pixel and writes it; false when there is none left.
   bool next_group(Point_writer& group);
@@ -44,9 +47,9 @@ class Pixel_flood {
   };
 
   // What is done once or more for each stretch is inline: the calls would take a tenth of the time.
-  void fill(Point_writer& group);
-  void take_around(std::uint32_t place, Point_writer& group);
-  void follow_line(Point_writer& group);
+  void fill();
+  void take_around(std::uint32_t place);
+  void follow_line();
   inline void take_along(std::uint32_t place, std::int32_t length);
   inline void take_down(std::uint32_t place, std::int32_t height);
   void queue_columns(std::uint32_t corner, Pixel_map::Word above, Pixel_map::Word own,
@@ -55,14 +58,18 @@ class Pixel_flood {
   inline void queue_along(std::uint32_t place, std::int32_t length);
   inline void queue_down(std::uint32_t place, std::int32_t length);
   inline void push(Stretch stretch);
-  void write(Point_writer& group) const;
+  void clear_queue();
+  void make_room();
+  void write(const Stretch* end);
 
   Pixel_map map_;
   Line_walk line_walk_;
-  std::size_t seed_word_ = 0;  // no pixel before it is free
-  std::vector<Stretch> queue_;
-  std::size_t head_ = 0;  // the stretch that is in hand next
-  std::size_t end_ = 0;   // of the queue
+  std::size_t seed_word_ = 0;      // no pixel before it is free
+  Point_writer* group_ = nullptr;  // the one in hand
+  std::vector<Stretch> queue_;     // of the group in hand, from the first that is not written on
+  Stretch* head_;                  // the stretch that is in hand next
+  Stretch* end_;                   // of the queue
+  Stretch* room_end_;              // of the room for it
 };
 
 }  // namespace chart_trace

@@ -248,6 +248,31 @@ TEST(Fission_paths, a_triangle_from_its_tip_down_equals_the_oracle) {
   EXPECT_TRUE(equals_oracle_both_ways(set, 1.0));
 }
 
+// Around as many stretches as the queue holds at first, and several times as many: all of them at
+// once, below a bar, and few at a time, down a stair.
+TEST(Fission_paths, queues_of_any_length_equal_the_oracle) {
+  for (const int count : {31, 32, 33, 63, 64, 65, 66, 127, 128, 129, 400}) {
+    for (const int width : {1, 2, 3}) {
+      Pixels comb, stair;
+      for (int y = 0; y < 4; ++y) {
+        for (int x = 0; x < count * (width + 1); ++x) {
+          if (y > 0 && x % (width + 1) == width) continue;
+          comb.x.push_back(x);
+          comb.y.push_back(y);
+        }
+      }
+      for (int y = 0; y < count; ++y) {
+        for (int x = y % 100; x <= y % 100 + width; ++x) {
+          stair.x.push_back(x);
+          stair.y.push_back(y);
+        }
+      }
+      EXPECT_TRUE(equals_oracle_both_ways(comb, 1.0)) << count << " teeth, " << width << " wide";
+      EXPECT_TRUE(equals_oracle_both_ways(stair, 1.0)) << count << " steps, " << width << " wide";
+    }
+  }
+}
+
 // A picture drawn by a pen that keeps its direction for a while, now and then lifted: lines that
 // cross, touch, run along each other and along the border.
 Pixels scribble(std::uint64_t seed, int width, int height, std::uint64_t straight) {

@@ -1468,6 +1468,21 @@ export const bugs = {
       replace: '      true) {\n    last.length += length;',
     },
     {
+      name: 'the stretch in hand leaves the queue',
+      find: 'Stretch* const in_hand = head_ - 1;',
+      replace: 'Stretch* const in_hand = head_;',
+    },
+    {
+      name: 'stretches that wait are lost where the queue is full',
+      find: '  end_ = queue_.data() + left;',
+      replace: '  end_ = queue_.data() + 1;',
+    },
+    {
+      name: 'stretches whose turn is over are dropped unwritten',
+      find: '  write(in_hand);\n',
+      replace: '',
+    },
+    {
       name: 'what is left of a line is written again',
       find: 'push({ends.second, 0});',
       replace: 'push({ends.second, 1});',
