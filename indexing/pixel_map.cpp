@@ -114,6 +114,10 @@ inline void paint_run(Word* words, std::uint32_t place, std::size_t length) {
   *word |= full >> (word_bits - length);
 }
 
+// So many words are looked at together: of a picture of lines most hold nothing.
+constexpr std::size_t at_once = 4;
+bool are_empty(const Word* words) { return (words[0] | words[1] | words[2] | words[3]) == 0; }
+
 }  // namespace
 
 // An empty map for pixels within these bounds; nothing when it would have more than `most_places`.
@@ -218,8 +222,23 @@ Pixel_map::Word Pixel_map::around_in_two_words(std::uint32_t place) const {
   return around;
 }
 
+std::size_t Pixel_map::first_word(std::size_t from) const {
+  const Word* const words = words_.data();
+  const std::size_t end = words_.size();
+  while (end - from >= at_once && are_empty(words + from)) from += at_once;
+  while (from < end && words[from] == 0) ++from;
+  return from;
+}
+
+std::size_t Pixel_map::last_word(std::size_t from) const {
+  const Word* const words = words_.data();
+  while (from >= at_once && are_empty(words + from - at_once + 1)) from -= at_once;
+  while (from > 0 && words[from] == 0) --from;
+  return from;
+}
+
 bool Pixel_map::take_first(std::size_t& from, std::uint32_t& place) {
-  while (from < words_.size() && words_[from] == 0) ++from;
+  from = first_word(from);
   if (from == words_.size()) return false;
   place = static_cast<std::uint32_t>(from) * word_bits + first_of(words_[from]);
   words_[from] &= words_[from] - 1;

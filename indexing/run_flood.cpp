@@ -38,7 +38,7 @@ Run_flood::Run_flood(Pixel_map map)
 
 bool Run_flood::next_group(Point_writer& group) {
   if (unwritten_ == 0) return false;
-  while (map_.word(first_word_) == 0) ++first_word_;
+  first_word_ = static_cast<std::uint32_t>(map_.first_word(first_word_));
   end_ = 0;
   take_run(first_word_ * word_bits + first_of(map_.word(first_word_)));
   fill(group);
@@ -73,7 +73,7 @@ inline bool Run_flood::is_any_below(Run reference) {
 }
 
 void Run_flood::find_last_word() {
-  while (last_word_ > 0 && map_.word(last_word_) == 0) --last_word_;
+  last_word_ = static_cast<std::uint32_t>(map_.last_word(last_word_));
   const std::uint32_t row = last_word_ / words_in_row_;
   stopped_ = (std::max(row, 1U) - 1) * words_in_row_;
 }

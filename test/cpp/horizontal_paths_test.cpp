@@ -499,7 +499,27 @@ TEST(Horizontal_paths, runs_across_words_equal_the_oracle) {
   }
 }
 
-// More runs in the queue than it holds at first, and more that have been written.
+// The first pixel left and the last one, so many words from those taken just before.
+TEST(Horizontal_paths, words_without_pixels_equal_the_oracle) {
+  for (std::size_t words = 0; words <= 10; ++words) {
+    const std::string apart(64 * words + 3, ' ');
+    const std::string dots = "#" + apart + "#" + apart + "#";
+    ASSERT_TRUE(equals_the_oracle(drawn({dots, "", "  #" + apart + "#"}))) << words;
+  }
+  for (std::size_t height = 1; height <= 12; ++height) {
+    for (std::size_t row = 0; row < height + 3; ++row) {
+      for (const std::size_t apart : {3U, 100U}) {
+        std::vector<std::string> lines(height, "#");
+        lines.resize(std::max(height, row + 1));
+        lines[row].resize(1, ' ');
+        lines[row] += std::string(apart, ' ') + "#";
+        ASSERT_TRUE(equals_the_oracle(drawn(lines))) << height << ", " << row << ", " << apart;
+      }
+    }
+  }
+}
+
+// More runs in the queue than it holds at first, and more that have left it.
 TEST(Horizontal_paths, groups_of_many_runs_equal_the_oracle) {
   for (const std::size_t count : {60U, 64U, 127U, 128U, 191U, 192U, 193U, 256U, 257U, 700U}) {
     const std::string teeth = repeated("# ", count);

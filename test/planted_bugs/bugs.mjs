@@ -1431,6 +1431,16 @@ export const bugs = {
       find: ' || place + length > end',
       replace: '',
     },
+    {
+      name: 'a pixel in the last of four words is passed over',
+      find: 'words[0] | words[1] | words[2] | words[3]',
+      replace: 'words[0] | words[1] | words[2]',
+    },
+    {
+      name: 'a word between four and four is passed over on the way to the last pixel left',
+      find: 'are_empty(words + from - at_once + 1)) from -= at_once;',
+      replace: 'are_empty(words + from - at_once + 1)) from -= std::min(at_once + 1, from);',
+    },
   ],
 
   'indexing/pixel_flood.hpp': [
