@@ -32,38 +32,56 @@ bool Run_flood::holds_exactly(const Pixel_map& map) {
 Run_flood::Run_flood(Pixel_map map)
     : map_(std::move(map)),
       words_in_row_(static_cast<std::uint32_t>(map_.words_in_row())),
-      unwritten_(map_.runs()),
+      runs_(map_.runs()),
       last_word_(static_cast<std::uint32_t>(map_.words().size() - 1)),
-      queue_(queue_size) {}
+      pixels_(queue_size),
+      words_(queue_size) {}
 
 bool Run_flood::next_group(Point_writer& group) {
-  if (unwritten_ == 0) return false;
+  if (runs_ == 0) return false;
   first_word_ = static_cast<std::uint32_t>(map_.first_word(first_word_));
   end_ = 0;
   take_run(first_word_ * word_bits + first_of(map_.word(first_word_)));
   fill(group);
-  write(end_, group);
   return true;
+}
+
+inline Run_flood::Run Run_flood::queued(std::size_t k) const {
+  return {pixels_[k], static_cast<std::uint32_t>(words_[k]),
+          static_cast<std::uint32_t>(words_[k] >> 32)};
+}
+
+inline void Run_flood::push(Run run) {
+  pixels_[end_] = run.pixels;
+  words_[end_] = run.word | std::uint64_t{run.rest} << 32;
+  ++end_;
+}
+
+inline void Run_flood::write(Run run, Point_writer& points) const {
+  const std::uint32_t place = run.word * word_bits + first_of(run.pixels);
+  points.add_along(map_.column_of(place), map_.row_of(place), length_of(run.pixels) + run.rest);
 }
 
 // Breadth first. Straight after a change of reference the first run of the list is not held against
 // the end of the search: when it is the only one left, nothing stops it. For the first reference of
 // a group that comes to the same, as there is nothing else to take.
 void Run_flood::fill(Point_writer& group) {
-  Run last = queue_.front();
+  Point_writer points = group;  // a copy, which need not be in memory meanwhile
   bool stopped = true;
-  for (std::size_t head = 0; stopped && head < end_; ++head) {
-    if (queue_.size() - end_ < most_found) {
-      make_room(head, group);
+  std::size_t head = 0;
+  while (stopped && head < end_) {
+    if (pixels_.size() - end_ < most_found) {
+      make_room(head);
       head = 0;
     }
-    Run reference = last;
-    if (head + 1 < end_) reference = queue_[head];
-    stopped = is_any_below(reference) && unwritten_ - end_ != 1;
-    if (take_in_words(reference, last)) continue;
-    take_touching(reference);
-    last = queue_[end_ - 1];
+    const Run reference = queued(head++);
+    write(reference, points);
+    stopped = is_any_below(reference) && runs_ - end_ != 1;
+    if (!take_in_words(reference)) take_touching(reference);
   }
+  for (; head < end_; ++head) write(queued(head), points);
+  runs_ -= end_;
+  group = points;
 }
 
 // Whether a run is left that lies two rows or more below.
@@ -80,17 +98,17 @@ void Run_flood::find_last_word() {
 
 // Takes the runs that touch the reference, if it and all of them lie within words. Otherwise it
 // gives up with false, at the first one that may not, and take_touching() is to go on.
-inline bool Run_flood::take_in_words(Run reference, Run& last) {
+inline bool Run_flood::take_in_words(Run reference) {
   const Word pixels = reference.pixels;
   if ((pixels & edges) != 0) return false;
   const Word columns = pixels << 1 | pixels | pixels >> 1;
-  return take_in_word(reference.word - words_in_row_, columns, last) &&
-         take_in_word(reference.word + words_in_row_, columns, last);
+  return take_in_word(reference.word - words_in_row_, columns) &&
+         take_in_word(reference.word + words_in_row_, columns);
 }
 
 // A run is cut out of its word by a carry: adding 1 where it begins clears it, and the carry goes
 // into the free column behind it.
-inline bool Run_flood::take_in_word(std::uint32_t number, Word columns, Run& last) {
+inline bool Run_flood::take_in_word(std::uint32_t number, Word columns) {
   Word& word = map_.word(number);
   Word left = word;
   Word found = left & columns;
@@ -100,11 +118,7 @@ inline bool Run_flood::take_in_word(std::uint32_t number, Word columns, Run& las
     const Word others = left & (left + (Word{2} << highest_bit(free_before)));
     const Word pixels = left ^ others;
     if ((pixels & edges) != 0) return false;
-    // Field by field: a whole one would be put together in memory and waited for.
-    Run& run = queue_[end_++];
-    run.pixels = last.pixels = pixels;
-    run.word = last.word = number;
-    run.rest = last.rest = 0;
+    push({pixels, number, 0});
     word = left = others;
     found &= left;
   }
@@ -149,31 +163,24 @@ std::uint32_t Run_flood::take_run(std::uint32_t place) {
     run.rest += length_of(pixels);
     end += length_of(pixels);
   }
-  if (end_ == queue_.size()) queue_.resize(2 * end_);
-  queue_[end_++] = run;
+  if (end_ == pixels_.size()) grow();
+  push(run);
   return end;
 }
 
-// Writes the runs before `head`, which have been searched from, and moves the others to the front
-// of the queue.
-void Run_flood::make_room(std::size_t head, Point_writer& group) {
-  write(head, group);
-  std::copy(queue_.begin() + static_cast<std::ptrdiff_t>(head),
-            queue_.begin() + static_cast<std::ptrdiff_t>(end_), queue_.begin());
-  end_ -= head;
-  if (end_ > queue_.size() / 2) queue_.resize(2 * queue_.size());
+// Moves the runs from `head` on, which have not been searched from, to the front of the queue.
+void Run_flood::make_room(std::size_t head) {
+  const std::size_t end = end_;
+  runs_ -= head;
+  end_ = 0;
+  while (head < end) push(queued(head++));
+  if (end_ > pixels_.size() / 2) grow();
 }
 
-// Writes the first runs of the queue, so many.
-void Run_flood::write(std::size_t count, Point_writer& group) {
-  Point_writer points = group;  // a copy, which need not be in memory meanwhile
-  for (std::size_t k = 0; k < count; ++k) {
-    const Run run = queue_[k];
-    const std::uint32_t place = run.word * word_bits + first_of(run.pixels);
-    points.add_along(map_.column_of(place), map_.row_of(place), length_of(run.pixels) + run.rest);
-  }
-  group = points;
-  unwritten_ -= count;
+void Run_flood::grow() {
+  const std::size_t size = 2 * pixels_.size();
+  pixels_.resize(size);
+  words_.resize(size);
 }
 
 }  // namespace chart_trace

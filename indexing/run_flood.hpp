@@ -20,10 +20,10 @@ namespace chart_trace {
 // by the last pixel that is left on the map, for none lies lower.
 //
 // Lines have runs of a few pixels, most of which lie in one word of the map, as what they touch
-// does: then a search is a few operations on two words. What it has found is the next reference
-// more often than not, and needs not be read back from memory.
-// Runs are written to their group when searches have gone past them, so that the queue stays short.
-// Cost: some 10 ns a run and what it takes to write its pixels; 16 bytes for each run in the queue.
+// does: then a search is a few operations on two words. A run is written when its turn comes to be
+// searched from, while the processor waits for what that search finds.
+// Cost: some 12 ns a run, and what it takes to write the pixels of longer ones; 16 bytes for each
+// run in the queue.
 class Run_flood {
  public:
   // Whether single precision, in which touching is decided, holds the columns of a map, multiples
@@ -48,22 +48,29 @@ class Run_flood {
   void fill(Point_writer& group);
   bool is_any_below(Run reference);
   void find_last_word();
-  bool take_in_words(Run reference, Run& last);
-  bool take_in_word(std::uint32_t number, Word columns, Run& last);
+  bool take_in_words(Run reference);
+  bool take_in_word(std::uint32_t number, Word columns);
   void take_touching(Run reference);
   void take_between(std::uint32_t place, std::uint32_t end);
   std::uint32_t take_run(std::uint32_t place);
-  void make_room(std::size_t head, Point_writer& group);
-  void write(std::size_t count, Point_writer& group);
+  Run queued(std::size_t k) const;
+  void push(Run run);
+  void make_room(std::size_t head);
+  void grow();
+  void write(Run run, Point_writer& points) const;
 
   Pixel_map map_;
   std::uint32_t words_in_row_;
-  std::size_t unwritten_;         // the runs on the map and in the queue
+  std::size_t runs_;              // those on the map and in the queue
   std::uint32_t first_word_ = 0;  // no pixel before it is left
   std::uint32_t last_word_;       // no pixel behind it is left
   std::uint32_t stopped_ = 0;     // searches from runs in words before this one are stopped
-  std::vector<Run> queue_;        // of the group in hand, from the first run that is not written on
-  std::size_t end_ = 0;           // of the queue
+  // The queue of the group in hand: of each run its pixels, and its word with the rest above it. In
+  // two arrays, as the compiler would load a run as a whole, which has to wait until its members,
+  // just stored one by one, are put together in the cache.
+  std::vector<Word> pixels_;
+  std::vector<std::uint64_t> words_;
+  std::size_t end_ = 0;  // of the queue
 };
 
 }  // namespace chart_trace

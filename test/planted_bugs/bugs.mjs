@@ -726,13 +726,13 @@ export const bugs = {
     },
     {
       name: 'the only run left stops a search that it is exempt from, on a bitmap',
-      find: ' && unwritten_ - end_ != 1;',
+      find: ' && runs_ - end_ != 1;',
       replace: ';',
     },
     {
       name: 'runs still waiting at the end of the list are searched from, on a bitmap',
-      find: 'for (std::size_t head = 0; stopped && head < end_; ++head) {',
-      replace: 'for (std::size_t head = 0; (stopped || true) && head < end_; ++head) {',
+      find: '  while (stopped && head < end_) {',
+      replace: '  while ((stopped || true) && head < end_) {',
     },
     {
       name: 'the row below stops a search',
@@ -746,8 +746,8 @@ export const bugs = {
     },
     {
       name: 'the run that joined last is searched from next',
-      find: '    if (head + 1 < end_) reference = queue_[head];\n',
-      replace: '',
+      find: '= queued(head++);',
+      replace: '= queued(++head < end_ ? end_ - 1 : head - 1);',
     },
     {
       name: 'a run that ends with its word touches nothing beyond it',
@@ -765,13 +765,18 @@ export const bugs = {
       replace: '',
     },
     {
-      name: 'runs that move to the front of the queue are not counted as written',
-      find: '  unwritten_ -= count;\n',
-      replace: '  if (count == end_) unwritten_ -= count;\n',
+      name: 'runs that leave the queue are counted as left',
+      find: '  runs_ -= head;\n',
+      replace: '',
     },
     {
       name: 'runs that were searched from stay in the queue',
-      find: '  end_ -= head;\n',
+      find: '  while (head < end) push(queued(head++));\n',
+      replace: '  for (std::size_t k = 0; k < end; ++k) push(queued(k));\n',
+    },
+    {
+      name: 'the runs still waiting when a search is not stopped are not written',
+      find: '  for (; head < end_; ++head) write(queued(head), points);\n',
       replace: '',
     },
   ],
