@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -58,9 +59,10 @@ class Pixel_cells {
   std::int32_t first_number_ = 0;  // of the cells, counted row by row from place (0, 0)
   Packed_pixel nowhere_ = 0;       // out of reach of every disc: what an empty place holds
   std::vector<Cell> cells_;        // row by row, and one more, where the last one ends
-  std::vector<Packed_pixel> places_;
-  std::vector<std::uint32_t> place_of_;  // by pixel, in input order
-  std::size_t next_ = 0;                 // no pixel before it is left
+  Packed_pixels places_{0};
+  std::size_t count_ = 0;                      // of the pixels, in input order
+  std::unique_ptr<std::uint32_t[]> place_of_;  // by pixel
+  std::size_t next_ = 0;                       // no pixel before it is left
 };
 
 }  // namespace chart_trace

@@ -375,6 +375,11 @@ export const bugs = {
 
   'indexing/pixel_cells.cpp': [
     {
+      name: 'places that stay empty hold what was in that memory before',
+      find: 'std::fill_n(places_.data() + (filled - filled % 4), 4, nowhere_);',
+      replace: 'static_cast<void>(filled);',
+    },
+    {
       name: 'a picture may be a pixel wider',
       find: 'if (width > longest || height > longest)',
       replace: 'if (width > longest + 1 || height > longest)',
@@ -416,8 +421,8 @@ export const bugs = {
     },
     {
       name: 'the last pixels beyond four quarters are not counted',
-      find: 'for (std::size_t i = 4 * quarter; i < place_of_.size(); ++i)',
-      replace: 'for (std::size_t i = 4 * quarter + 1; i < place_of_.size(); ++i)',
+      find: 'for (std::size_t i = 4 * quarter; i < count_; ++i) ++cells',
+      replace: 'for (std::size_t i = 4 * quarter + 1; i < count_; ++i) ++cells',
     },
   ],
 
