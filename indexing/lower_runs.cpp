@@ -1,6 +1,7 @@
 #include "indexing/lower_runs.hpp"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -10,6 +11,8 @@ namespace {
 // The share of a part that the next one is to hold, and how many of its runs are asked for that.
 constexpr std::size_t fan_out = 4;
 constexpr std::size_t asked = 256;
+// So many runs are looked at before those that lie low enough are added.
+constexpr std::size_t at_once = 64;
 
 // A row that about one run in four lies on or below; NaN if there is none such.
 template <typename Row_of>
@@ -46,11 +49,16 @@ bool Lower_runs::add_part(std::size_t count, Item_at item_at) {
   if (count < asked) return false;
   Part part{top_of_next(count, [&](std::size_t k) { return item_at(k).row; }), {}, 0};
   part.items.reserve(count / fan_out);
-  for (std::size_t k = 0; k < count; ++k) {
-    const Item item = item_at(k);
-    if (!(item.row >= part.top)) continue;
-    if (part.items.size() == count / 2) return false;
-    part.items.push_back(item);
+  for (std::size_t begin = 0; begin < count; begin += at_once) {
+    // Chosen without a branch, as which runs lie low cannot be guessed.
+    std::array<std::size_t, at_once> chosen;
+    std::size_t low = 0;
+    for (std::size_t k = begin; k < std::min(begin + at_once, count); ++k) {
+      chosen[low] = k;
+      low += std::size_t{item_at(k).row >= part.top};
+    }
+    if (part.items.size() + low > count / 2) return false;
+    for (std::size_t i = 0; i < low; ++i) part.items.push_back(item_at(chosen[i]));
   }
   if (part.items.empty()) return false;
   parts_.push_back(std::move(part));

@@ -1079,6 +1079,11 @@ export const bugs = {
 
   'indexing/lower_runs.cpp': [
     {
+      name: 'the last runs of a list are in no lower part',
+      find: 'begin < count; begin += at_once',
+      replace: 'begin + at_once <= count; begin += at_once',
+    },
+    {
       name: 'a part is asked that leaves out the row above the reference',
       find: 'row - part.top >= pairs_.row_tolerance',
       replace: 'row >= part.top',
