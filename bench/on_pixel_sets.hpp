@@ -21,7 +21,7 @@ namespace chart_trace_bench {
 
 struct Subject {
   std::string name;
-  // What is timed: one whole call.
+  // Makes ready what is timed: one whole call.
   Preparation call;
   // Whether the subject's answer for these pixels is right: asked on a small set of the same shape
   // and order before anything is timed, so it may be slow. A benchmark whose answer is wrong fails.

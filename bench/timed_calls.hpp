@@ -13,7 +13,8 @@ namespace chart_trace_bench {
 
 using Call = std::function<void()>;
 
-// Makes a call on these points ready. A call is made once only: it may use up what it holds.
+// Makes a call on these points ready. It is copied, with what it holds, and each copy is called
+// once only: it may use that up.
 using Preparation = std::function<Call(const Pixels&)>;
 
 // For a function that takes the points over, as `trace` hands them to each algorithm: they are

@@ -103,7 +103,8 @@ void Pixel_cells::lay_out_cells() {
     cell.begin = end;
     end += (cell.left + 3) / 4 * 4;
   }
-  // Only the last places of a cell may stay empty, so that no others are cleared.
+  // Only the last places of a cell may stay empty, so that no others are cleared. Where a cell is
+  // full these are the four behind it, which are filled later; the last cell has four more for it.
   places_ = Packed_pixels(end + 4);
   for (const Cell& cell : cells_) {
     const std::size_t filled = cell.begin + cell.left;

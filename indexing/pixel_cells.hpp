@@ -60,8 +60,8 @@ class Pixel_cells {
   Packed_pixel nowhere_ = 0;       // out of reach of every disc: what an empty place holds
   std::vector<Cell> cells_;        // row by row, and one more, where the last one ends
   Packed_pixels places_{0};
-  std::size_t count_ = 0;                      // of the pixels, in input order
-  std::unique_ptr<std::uint32_t[]> place_of_;  // by pixel
+  std::size_t count_ = 0;                      // of the pixels
+  std::unique_ptr<std::uint32_t[]> place_of_;  // by pixel, in input order; not cleared first
   std::size_t next_ = 0;                       // no pixel before it is left
 };
 

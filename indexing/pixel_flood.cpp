@@ -204,7 +204,7 @@ void Pixel_flood::clear_queue() {
 
 // Writes the stretches whose turn is over, and moves the others to the front; where these fill more
 // than half of the queue, it becomes twice as long as they are. The one in hand stays as well: it
-// may be the last one, which is asked for.
+// may be the last one, which is asked for. There always is one, as a cleared queue has room.
 void Pixel_flood::make_room() {
   Stretch* const in_hand = head_ - 1;
   const auto left = end_ - in_hand;
@@ -217,8 +217,8 @@ void Pixel_flood::make_room() {
   room_end_ = queue_.data() + queue_.size();
 }
 
-// Those up to `end`, which have become as long as they get.
-void Pixel_flood::write(const Stretch* end) {
+// Writes the stretches before `end`, which grow no more.
+void Pixel_flood::write(const Stretch* end) const {
   for (const Stretch* next = queue_.data(); next != end; ++next) {
     const Stretch stretch = *next;
     const double x = map_.column_of(stretch.place);

@@ -18,8 +18,8 @@ namespace chart_trace {
 // other in a column. They are taken, queued and written as such, so that most pixels cost a few
 // bits. What a stretch takes is found for its pixels together, for the order of taking is known: of
 // a stretch along a row, each pixel after the first finds nothing new but in the column on its
-// right; of one down a column, nothing new but in the row below it. Stretches are written to their
-// group when their turn is over, so that the queue stays short.
+// right; of one down a column, nothing new but in the row below it. When the queue is full, the
+// stretches whose turn is over are written to their group and leave it, so that it stays short.
 //
 // A line one pixel thick has no stretches to speak of: it is left to a Line_walk.
 class Pixel_flood {
@@ -60,7 +60,7 @@ class Pixel_flood {
   inline void push(Stretch stretch);
   void clear_queue();
   void make_room();
-  void write(const Stretch* end);
+  void write(const Stretch* end) const;
 
   Pixel_map map_;
   Line_walk line_walk_;

@@ -103,9 +103,11 @@ class Pixel_map {
   // Takes a free pixel, or frees a taken one.
   void flip(std::uint32_t place) { words_[place / word_bits] ^= Word{1} << place % word_bits; }
 
-  // The number of the first word from `from` on that has a free pixel, the number of all words if
-  // there is none; and that of the last one up to `from`, 0 if there is none.
+  // The number of the first word from `from` on that has a free pixel; the number of all words,
+  // which `from` may be too, if there is none.
   std::size_t first_word(std::size_t from) const;
+
+  // The number of the last word up to word `from` that has a free pixel; 0 if there is none.
   std::size_t last_word(std::size_t from) const;
 
   // Takes the first free pixel from word `from` on, and moves `from` to its word; false if none is.

@@ -71,8 +71,7 @@ void Run_flood::fill(Point_writer& group) {
   std::size_t head = 0;
   while (stopped && head < end_) {
     if (pixels_.size() - end_ < most_found) {
-      make_room(head);
-      head = 0;
+      head = make_room(head);
     }
     const Run reference = queued(head++);
     write(reference, points);
@@ -168,13 +167,15 @@ std::uint32_t Run_flood::take_run(std::uint32_t place) {
   return end;
 }
 
-// Moves the runs from `head` on, which have not been searched from, to the front of the queue.
-void Run_flood::make_room(std::size_t head) {
+// Moves the runs from `head` on, which have not been searched from, to the front of the queue;
+// returns where they are now.
+std::size_t Run_flood::make_room(std::size_t head) {
   const std::size_t end = end_;
   runs_ -= head;
   end_ = 0;
   while (head < end) push(queued(head++));
   if (end_ > pixels_.size() / 2) grow();
+  return 0;
 }
 
 void Run_flood::grow() {

@@ -55,7 +55,7 @@ class Run_flood {
   std::uint32_t take_run(std::uint32_t place);
   Run queued(std::size_t k) const;
   void push(Run run);
-  void make_room(std::size_t head);
+  std::size_t make_room(std::size_t head);
   void grow();
   void write(Run run, Point_writer& points) const;
 

@@ -248,27 +248,46 @@ TEST(Fission_paths, a_triangle_from_its_tip_down_equals_the_oracle) {
   EXPECT_TRUE(equals_oracle_both_ways(set, 1.0));
 }
 
-// Around as many stretches as the queue holds at first, and several times as many: all of them at
-// once, below a bar, and few at a time, down a stair.
+// A triangle that stands on its tip, and teeth below its base: the base is one stretch, so that all
+// the teeth wait in the queue at the same time.
+Pixels triangle_with_teeth(int height, int spacing) {
+  Pixels set;
+  for (int y = 0; y < height + 3; ++y) {
+    const int half = std::min(y, height);
+    for (int x = -half; x <= half; ++x) {
+      if (y >= height && (x + half) % spacing == spacing - 1) continue;
+      set.x.push_back(x);
+      set.y.push_back(y);
+    }
+  }
+  return set;
+}
+
+// Steps down to the right and to the left by turns, which wait in the queue one or two at a time.
+Pixels zigzag(int steps, int width) {
+  Pixels set;
+  for (int y = 0; y < steps; ++y) {
+    const int left = std::min(y % 200, 200 - y % 200);
+    for (int x = left; x <= left + width; ++x) {
+      set.x.push_back(x);
+      set.y.push_back(y);
+    }
+  }
+  return set;
+}
+
+// Around as many stretches as the queue holds at first, twice as many and several times as many.
 TEST(Fission_paths, queues_of_any_length_equal_the_oracle) {
-  for (const int count : {31, 32, 33, 63, 64, 65, 66, 127, 128, 129, 400}) {
+  for (const int height : {31, 32, 33, 34, 63, 64, 65, 66, 70}) {
+    for (const int spacing : {2, 3, 4}) {
+      EXPECT_TRUE(equals_oracle_both_ways(triangle_with_teeth(height, spacing), 1.0))
+          << height << " high, teeth " << spacing << " apart";
+    }
+  }
+  for (const int steps : {63, 64, 65, 66, 127, 128, 129, 400, 700}) {
     for (const int width : {1, 2, 3}) {
-      Pixels comb, stair;
-      for (int y = 0; y < 4; ++y) {
-        for (int x = 0; x < count * (width + 1); ++x) {
-          if (y > 0 && x % (width + 1) == width) continue;
-          comb.x.push_back(x);
-          comb.y.push_back(y);
-        }
-      }
-      for (int y = 0; y < count; ++y) {
-        for (int x = y % 100; x <= y % 100 + width; ++x) {
-          stair.x.push_back(x);
-          stair.y.push_back(y);
-        }
-      }
-      EXPECT_TRUE(equals_oracle_both_ways(comb, 1.0)) << count << " teeth, " << width << " wide";
-      EXPECT_TRUE(equals_oracle_both_ways(stair, 1.0)) << count << " steps, " << width << " wide";
+      EXPECT_TRUE(equals_oracle_both_ways(zigzag(steps, width), 1.0))
+          << steps << " steps, " << width << " wide";
     }
   }
 }

@@ -529,8 +529,16 @@ TEST(Horizontal_paths, groups_of_many_runs_equal_the_oracle) {
     ASSERT_TRUE(equals_the_oracle(drawn({teeth, between, teeth, between, teeth}))) << count;
     ASSERT_TRUE(equals_the_oracle(drawn({teeth, back, "", "", "", "#"}))) << count;
     std::vector<std::string> line;
-    for (std::size_t k = 0; k < 2 * count; ++k) line.push_back(std::string(k % 120, ' ') + "##");
+    std::vector<std::string> two_lines{std::string(count, ' ') + "##"};
+    for (std::size_t k = 0; k < 2 * count; ++k) {
+      const std::size_t left = std::min(k % 200, 200 - k % 200);
+      line.push_back(std::string(left, ' ') + "##");
+    }
+    for (std::size_t k = 1; k <= count; ++k) {
+      two_lines.push_back(std::string(count - k, ' ') + "##" + std::string(2 * k - 2, ' ') + "##");
+    }
     ASSERT_TRUE(equals_the_oracle(drawn(line))) << count;
+    ASSERT_TRUE(equals_the_oracle(drawn(two_lines))) << count;
   }
 }
 

@@ -720,6 +720,12 @@ export const bugs = {
 
   'indexing/run_flood.cpp': [
     {
+      name: 'runs that wait turn round where the queue is full',
+      find: '  if (end_ > pixels_.size() / 2) grow();\n',
+      replace:
+        '  if (end_ > pixels_.size() / 2) grow();\n  std::reverse(words_.begin(), words_.begin() + static_cast<std::ptrdiff_t>(end_));\n',
+    },
+    {
       name: 'columns right of 2^14 are held exactly',
       find: 'map.column_of(map.stride() - 1) <= 16384.0',
       replace: 'map.column_of(map.stride() - 1) <= 32768.0',
@@ -1496,6 +1502,17 @@ export const bugs = {
       name: 'the stretch in hand leaves the queue',
       find: 'Stretch* const in_hand = head_ - 1;',
       replace: 'Stretch* const in_hand = head_;',
+    },
+    {
+      name: 'a queue that grows turns round',
+      find: '  room_end_ = queue_.data() + queue_.size();\n}\n\n// Writes',
+      replace:
+        '  room_end_ = queue_.data() + queue_.size();\n  if (queue_.size() > size) std::reverse(head_, end_);\n}\n\n// Writes',
+    },
+    {
+      name: 'a queue never grows',
+      find: 'queue_.resize(std::max(size, 2 * static_cast<std::size_t>(left)));',
+      replace: 'queue_.resize(size);',
     },
     {
       name: 'stretches that wait are lost where the queue is full',
