@@ -130,7 +130,7 @@ void gather_by_nanoflann(const Pixels& pixels) {
 
 bool add_anchor() {
   return on_pixel_sets(
-      {"Cluster_algm, fraction 0.05:nanoflann", taking_over(gather_by_nanoflann), nullptr});
+      {"Cluster_algm, fraction 0.05:nanoflann", looking_at(gather_by_nanoflann), nullptr});
 }
 
 #else

@@ -14,6 +14,12 @@ Preparation taking_over(const std::function<void(Pixels)>& function) {
   };
 }
 
+Preparation looking_at(const std::function<void(const Pixels&)>& function) {
+  return [function](const Pixels& points) -> Call {
+    return [function, &points] { function(points); };
+  };
+}
+
 void time_calls(benchmark::State& state, const Preparation& prepare, const Pixels& points) {
   // Stopping the clock takes most of a microsecond, so that short calls share it.
   const std::size_t together = std::max<std::size_t>(1, 10'000 / points.x.size());

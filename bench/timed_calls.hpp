@@ -21,6 +21,9 @@ using Preparation = std::function<Call(const Pixels&)>;
 // copied beforehand and moved in. A caller that keeps its points pays for that copy on top.
 Preparation taking_over(const std::function<void(Pixels)>& function);
 
+// For a function that only looks at the points, which must outlive the call.
+Preparation looking_at(const std::function<void(const Pixels&)>& function);
+
 // Calls once untimed, so that the memory that calls reuse is mapped, then as often as it takes.
 void time_calls(benchmark::State& state, const Preparation& prepare, const Pixels& points);
 

@@ -70,9 +70,7 @@ void Run_flood::fill(Point_writer& group) {
   bool stopped = true;
   std::size_t head = 0;
   while (stopped && head < end_) {
-    if (pixels_.size() - end_ < most_found) {
-      head = make_room(head);
-    }
+    if (pixels_.size() - end_ < most_found) head = make_room(head);
     const Run reference = queued(head++);
     write(reference, points);
     stopped = is_any_below(reference) && runs_ - end_ != 1;
