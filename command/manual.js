@@ -45,6 +45,13 @@ A file is written whole or not at all: under another name first, which is change
 Only the file of
 .B \\-\\-resume
 grows line by line, so that whatever happens to the run, finished records stay; the next run goes on behind them, and takes up again what failed.
+.PP
+A project from somebody else could name any file.
+So
+.B \\-\\-project
+opens by itself only an image in the folder of the project or below, links followed, and
+.B \\-\\-save\\-project
+refuses any other.
 .SH ENVIRONMENT
 .TP
 .B NO_COLOR

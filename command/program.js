@@ -180,7 +180,10 @@ const TRACE_OPTIONS = () => [
         'draw what was found over the picture, .png or .svg; {name} stands for that of the image',
       ),
       new Option('--project <FILE>', 'go by a project; without IMAGE, for its own image'),
-      new Option('--save-project <FILE>', 'say in a project how the image was traced'),
+      new Option(
+        '--save-project <FILE>',
+        'say how the image was traced, in a project beside or above it',
+      ),
     ],
   ],
   [

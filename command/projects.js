@@ -5,13 +5,13 @@ import { sha256Of } from '../lib/files.js';
 import { planOf, TRACE_OPTIONS } from '../lib/tracing/options.js';
 import { makeProject } from '../lib/projects/project.js';
 import {
-  pathFromProject,
+  nameInProject,
   readProject,
   readProjectImage,
   writeProject,
 } from '../lib/projects/project_files.js';
 import { settingsOf } from './settings.js';
-import { usageError } from './usage.js';
+import { asUsageError, usageError } from './usage.js';
 
 /** @typedef {import('../lib/projects/project.js').Project} Project */
 /** @typedef {import('./settings.js').Settings} Settings */
@@ -43,7 +43,7 @@ export async function planRun(images, options) {
   if (images.length === 0)
     throw usageError('IMAGE', 'the file of a chart', undefined, 'See chart-trace --help.');
   const settings = settingsOf(options);
-  checkSave(images, options);
+  await checkSave(images, options);
   return {
     images: images.map((file) => ({ file })),
     settings,
@@ -94,10 +94,11 @@ const ownImage = async (project, path) => ({
 const flagOf = (name) => `--${name.replace(/[A-Z]/g, (letter) => `-${letter.toLowerCase()}`)}`;
 
 /**
+ * Refuses to save a project that could not be opened again.
  * @param {string[]} images
  * @param {Record<string, any>} options
  */
-function checkSave(images, { saveProject: path }) {
+async function checkSave(images, { saveProject: path }) {
   if (path === undefined) return;
   if (extname(path).toLowerCase() !== '.json')
     throw usageError('--save-project', 'a file that ends in .json', path);
@@ -108,6 +109,10 @@ function checkSave(images, { saveProject: path }) {
       images.length > 1 ? `${images.length} images` : '-',
       'A project is made for one image, and can be applied to others.',
     );
+  await nameInProject(path, images[0]).catch((error) => {
+    // A file or a folder that is not there is told by whoever needs it.
+    if (error.code === 'ERR_PROJECT_FOLDER') throw asUsageError('--save-project', error);
+  });
 }
 
 /**
@@ -119,7 +124,7 @@ function checkSave(images, { saveProject: path }) {
  */
 export async function saveProject(path, { content, ...image }, settings, colours) {
   const { axes, ...trace } = settings.trace;
-  const file = pathFromProject(path, image.file);
+  const file = await nameInProject(path, image.file);
   const project = await makeProject({
     image: { ...image, file, sha256: sha256Of(content) },
     axes: axes ?? null,

@@ -1,7 +1,7 @@
 // Project files, and the pictures that they name.
 
 import { realpath } from 'node:fs/promises';
-import { dirname, isAbsolute, relative, resolve, sep } from 'node:path';
+import { basename, dirname, isAbsolute, join, relative, resolve, sep } from 'node:path';
 import { ChartTraceError } from '../errors.js';
 import { readWhole, sha256Of, writeWhole } from '../files.js';
 import { checkHash, formatProject, parseProject, staysInside } from './project.js';
@@ -36,6 +36,24 @@ export const pathFromProject = (project, image) =>
   relative(dirname(resolve(project)), resolve(image)).replaceAll(sep, '/');
 
 /**
+ * What a project in the file `project` calls the picture in the file `image` so that
+ * `readProjectImage` finds it there. A picture that it would not read is refused.
+ * @param {string} project
+ * @param {string} image
+ * @returns {Promise<string>}
+ */
+export async function nameInProject(project, image) {
+  const folder = await realpath(dirname(resolve(project)));
+  const target = await realpath(image);
+  const place = pathFromProject(join(folder, basename(project)), target);
+  if (!staysInside(place)) throw unreachable(image, target, folder);
+  // The name that was given says more than that of a link's target, if it stays inside and leads there.
+  const given = pathFromProject(project, image);
+  const found = await realpath(resolve(folder, given)).catch(() => undefined);
+  return staysInside(given) && found === target ? given : place;
+}
+
+/**
  * Reads the picture of a project, and refuses any but the one the project was made for.
  * @param {Project} project
  * @param {string} path Where the project file is.
@@ -55,6 +73,21 @@ export async function readProjectImage(project, path, { anywhere = false } = {})
   checkHash(project, sha256Of(bytes));
   return bytes;
 }
+
+/**
+ * @param {string} image
+ * @param {string} target The same, with links followed.
+ * @param {string} folder Of the project.
+ */
+const unreachable = (image, target, folder) =>
+  new ChartTraceError(`The picture ${image} lies outside the folder of its project, ${folder}.`, {
+    code: 'ERR_PROJECT_FOLDER',
+    expected: 'a picture inside the folder of the project',
+    received: target,
+    hint:
+      `A project opens no picture elsewhere. Save the project in ${dirname(target)}, or copy the ` +
+      `picture to ${folder}.`,
+  });
 
 /** @param {string} file */
 const outside = (file) =>

@@ -1,9 +1,10 @@
 // What the command says about itself, and about a command line that is wrong.
 
 import assert from 'node:assert/strict';
-import { readFileSync } from 'node:fs';
-import { writeFile } from 'node:fs/promises';
+import { existsSync, readdirSync, readFileSync } from 'node:fs';
+import { mkdir, symlink, writeFile } from 'node:fs/promises';
 import { join } from 'node:path';
+import process from 'node:process';
 import { after, before, describe, test } from 'node:test';
 import { KINDS, makeProgram } from '../../command/program.js';
 import { asUsageError } from '../../command/usage.js';
@@ -134,6 +135,49 @@ describe('a wrong command line', () => {
       assert.equal(stdout, '');
     });
   }
+
+  test('a project that could not open its image again is not saved, and nothing is done', async () => {
+    await mkdir(join(folder, 'saved/below'), { recursive: true });
+    const cwd = join(folder, 'saved');
+    const images = ['../a.png'];
+    if (process.platform !== 'win32') {
+      await symlink('../../a.png', join(cwd, 'below/link.png'));
+      await symlink('..', join(cwd, 'up'));
+      images.push('below/link.png', 'up/a.png');
+    }
+    for (const image of images) {
+      const args = [image, '--kind', 'scatter', '-o', 'o.csv', '--overlay', 'o.png'];
+      args.push('--save-project', 'below/../p.json');
+      const { status, stdout, stderr } = await command(args, { cwd });
+      assert.equal(status, 2, stderr);
+      const words = stderr.replace(/\s+/g, ' ');
+      const start = `chart-trace: --save-project: the picture ${image} lies outside the folder of its`;
+      assert.ok(words.startsWith(`${start} project, ${cwd}. `), words);
+      assert.ok(
+        words.includes(`Save the project in ${folder}, or copy the picture to ${cwd}.`),
+        words,
+      );
+      assert.equal(stdout, '');
+      assert.deepEqual(
+        readdirSync(cwd).filter((name) => name.includes('.')),
+        [],
+      );
+    }
+  });
+
+  test('an image or a folder that is not there is told as such beside a project to save', async () => {
+    for (const [image, path, told] of [
+      ['none.png', 'p.json', /none\.png: no such file/],
+      ['a.png', 'nowhere/p.json', /nowhere\/p\.json: no such file/],
+      ['../none.png', 'p.json', /none\.png: no such file/],
+    ]) {
+      const args = [image, '--kind', 'scatter', '--save-project', path];
+      const { status, stderr } = await command(args, { cwd: folder });
+      assert.equal(status, 1);
+      assert.match(stderr, told);
+      assert.ok(!existsSync(join(folder, 'p.json')));
+    }
+  });
 
   for (const args of ['a.png', 'a.png --kin curve', 'a.png --kind scatter --format csv', 'colors'])
     test(`'${args} --json' is told as one line of JSON`, async () => {

@@ -25,6 +25,7 @@ import {
   writeProject,
 } from 'chart-trace';
 import { staysInside } from '../../lib/projects/project.js';
+import { nameInProject } from '../../lib/projects/project_files.js';
 import { node, root } from './support/addon.js';
 
 const charts = join(root, 'examples/charts');
@@ -288,6 +289,65 @@ test('a picture outside the folder of the project is not read unless that is all
   if (process.platform === 'win32') return;
   await symlink(join(folder, 'figures'), join(inside, 'link'));
   await assert.rejects(readProjectImage(at('link/bars.png'), path), { code: 'ERR_PROJECT_FOLDER' });
+});
+
+test('a picture is named so that its project opens it again', async () => {
+  await mkdir(join(folder, 'names/scans/raw'), { recursive: true });
+  await writeFile(join(folder, 'names/scans/a.png'), await readFile(chart));
+  const cases = [
+    ['names/p.json', 'names/scans/a.png', 'scans/a.png'],
+    ['names/scans/p.json', 'names/scans/raw/../a.png', 'a.png'],
+    ['names/scans/raw/../p.json', 'names/scans/a.png', 'a.png'],
+  ];
+  if (process.platform !== 'win32') {
+    await symlink(join(folder, 'names/scans'), join(folder, 'names/link'));
+    await symlink('a.png', join(folder, 'names/scans/latest.png'));
+    await symlink(join(folder, 'names/scans/raw'), join(folder, 'raw'));
+    // Of a link that is there under the name `a.png`, but is another picture.
+    await writeFile(join(folder, 'a.png'), 'another');
+    cases.push(
+      // As it was given, where that leads there from the folder of the project.
+      ['names/p.json', 'names/link/latest.png', 'link/latest.png'],
+      ['names/link/p.json', 'names/link/a.png', 'a.png'],
+      // The folder of both, by two names.
+      ['names/scans/p.json', 'names/link/a.png', 'a.png'],
+      ['names/link/p.json', 'names/scans/latest.png', 'a.png'],
+      // The folder above a link is that above what it leads to.
+      ['p.json', 'raw/../a.png', 'names/scans/a.png'],
+    );
+  }
+  for (const [saved, image, name] of cases) {
+    const [path, picture] = [`${folder}/${saved}`, `${folder}/${image}`];
+    const file = await nameInProject(path, picture);
+    assert.equal(file, name, `${saved} of ${image}`);
+    await writeProject(path, { ...project, image: { ...project.image, file } });
+    assert.deepEqual(await readProjectImage(await readProject(path), path), await readFile(chart));
+  }
+});
+
+test('a picture that its project would not open is refused when it is named', async () => {
+  const [inside, elsewhere] = [join(folder, 'saved'), join(folder, 'elsewhere')];
+  for (const place of [inside, elsewhere]) await mkdir(place);
+  const target = join(elsewhere, 'a.png');
+  await writeFile(target, await readFile(chart));
+  const images = [target, `${inside}/../elsewhere/a.png`];
+  if (process.platform !== 'win32') {
+    await symlink(target, join(inside, 'link.png'));
+    await symlink(elsewhere, join(inside, 'link'));
+    images.push(join(inside, 'link.png'), join(inside, 'link/a.png'));
+  }
+  for (const image of images)
+    await assert.rejects(nameInProject(join(inside, 'p.json'), image), {
+      code: 'ERR_PROJECT_FOLDER',
+      message: `The picture ${image} lies outside the folder of its project, ${inside}.`,
+      received: target,
+      hint:
+        `A project opens no picture elsewhere. Save the project in ${elsewhere}, or copy the ` +
+        `picture to ${inside}.`,
+    });
+  await assert.rejects(nameInProject(join(inside, 'p.json'), join(inside, 'none.png')), {
+    code: 'ENOENT',
+  });
 });
 
 test('paths that may leave a folder are known', () => {

@@ -532,8 +532,18 @@ export const bugs = {
     },
     {
       name: 'a project names its picture from here',
-      find: 'const file = pathFromProject(path, image.file);',
+      find: 'const file = await nameInProject(path, image.file);',
       replace: 'const { file } = image;',
+    },
+    {
+      name: 'a project that cannot be opened again is found out after the work',
+      find: "if (error.code === 'ERR_PROJECT_FOLDER')",
+      replace: 'if (false)',
+    },
+    {
+      name: 'an image that is not there is a wrong command line',
+      find: "if (error.code === 'ERR_PROJECT_FOLDER') throw asUsageError",
+      replace: 'throw asUsageError',
     },
   ],
 
@@ -1281,6 +1291,26 @@ export const bugs = {
       name: 'the path is one from here',
       find: 'relative(dirname(resolve(project)), resolve(image))',
       replace: "relative('', resolve(image))",
+    },
+    {
+      name: 'a picture that will not be opened gets a name',
+      find: '  if (!staysInside(place)) throw unreachable(image, target, folder);\n',
+      replace: '',
+    },
+    {
+      name: 'a name that leads elsewhere is taken',
+      find: 'staysInside(given) && found === target ?',
+      replace: 'staysInside(given) ?',
+    },
+    {
+      name: 'a name that leaves the folder and comes back is taken',
+      find: 'staysInside(given) && found === target ?',
+      replace: 'found === target ?',
+    },
+    {
+      name: 'a link is called by what it leads to',
+      find: 'return staysInside(given) && found === target ? given : place;',
+      replace: 'return place;',
     },
   ],
 
