@@ -36,13 +36,19 @@ const LIMITS = { seconds: 20, bytes: 2 ** 30 };
  */
 export async function drawSvg(svg, options, limits = LIMITS) {
   const program = fileURLToPath(new URL('./svg_process.js', import.meta.url));
-  const args = [program, JSON.stringify({ ...options, ...limits })];
+  const args = [program, JSON.stringify({ ...options, ...limits, parent: process.pid })];
   // A width that the renderer cannot hold would silently be another one: so what it calls critical is
   // its end.
   const env = { ...process.env, G_DEBUG: 'fatal-criticals' };
   const child = /** @type {import('node:child_process').ChildProcessWithoutNullStreams} */ (
-    // First comes the answer, by a pipe of its own, then the pixels by the standard output.
-    spawn(process.execPath, args, { env, stdio: ['pipe', 'pipe', 'ignore', 'pipe'] })
+    spawn(process.execPath, args, {
+      env,
+      // First comes the answer, by a pipe of its own, then the pixels by the standard output.
+      stdio: ['pipe', 'pipe', 'ignore', 'pipe'],
+      // Ctrl-C in a terminal is for this process to answer, which may want to finish the picture. On
+      // Windows it would open a window.
+      detached: process.platform !== 'win32',
+    })
   );
   // One that cannot be started, or ends early, gives no answer.
   child.on('error', () => {});

@@ -6,7 +6,7 @@ import { buffer } from 'node:stream/consumers';
 import { LimitError } from './errors.js';
 import { decodeContent } from './pictures.js';
 
-const { seconds, bytes, ...options } = JSON.parse(process.argv[2]);
+const { seconds, bytes, parent, ...options } = JSON.parse(process.argv[2]);
 
 /** @param {import('./svg.js').Answer} said */
 function answer(said) {
@@ -25,8 +25,12 @@ const fail = ({ code, message, expected, received, hint }) =>
  */
 function giveUp(what, expected) {
   const hint = 'Let a program that you trust with it draw it as a PNG.';
-  fail(new LimitError(`Drawing the SVG takes too ${what}.`, { expected, hint }));
-  process.kill(process.pid, 'SIGKILL');
+  try {
+    fail(new LimitError(`Drawing the SVG takes too ${what}.`, { expected, hint }));
+  } finally {
+    // There may be nobody to tell it.
+    process.kill(process.pid, 'SIGKILL');
+  }
 }
 
 /** Of the processor; where it is busy with other things, a tenth of the time that has passed. */
@@ -39,6 +43,8 @@ function secondsSpent() {
 const watch = setInterval(() => {
   if (secondsSpent() > seconds) giveUp('long', `at most ${seconds} seconds`);
   if (process.memoryUsage.rss() > bytes) giveUp('much memory', `at most ${bytes} bytes`);
+  // What wanted the picture has died.
+  if (process.ppid !== parent) process.kill(process.pid, 'SIGKILL');
 }, 20);
 
 try {

@@ -13,6 +13,7 @@ import { pathToFileURL } from 'node:url';
 import { gzipSync } from 'node:zlib';
 import { decodeContent, decodePicture, encodePng } from '../../lib/pictures.js';
 import { drawSvg } from '../../lib/svg.js';
+import { node } from './support/addon.js';
 import { command, makeFolder, png, RED } from './support/command.js';
 import { pngOf } from './support/png_chunks.js';
 
@@ -31,6 +32,13 @@ const dataUrl = (/** @type {string} */ text) =>
 
 /** @param {Uint8Array} data */
 const hasRed = (data) => data.some((part, i) => i % 4 === 0 && part > 128 && data[i + 1] < 128);
+
+/** Takes minutes to draw. */
+const slow = svg(
+  `<filter id="f"><feTurbulence baseFrequency="0.1" numOctaves="20"/>${'<feMorphology radius="100"/>'.repeat(
+    99,
+  )}</filter><rect width="1000" height="1000" filter="url(#f)"/>`,
+).replaceAll('"20"', '"1000"');
 
 const OPTIONS = { page: '#ffffff', maxPixels: 100e6 };
 
@@ -242,12 +250,6 @@ describe('what an SVG costs', () => {
     assert.ok(data.every((part) => part === 255));
   });
 
-  const slow = svg(
-    `<filter id="f"><feTurbulence baseFrequency="0.1" numOctaves="20"/>${'<feMorphology radius="100"/>'.repeat(
-      99,
-    )}</filter><rect width="1000" height="1000" filter="url(#f)"/>`,
-  ).replaceAll('"20"', '"1000"');
-
   test('one that takes too long is given up', async () => {
     await assert.rejects(drawSvg(Buffer.from(slow), OPTIONS, { seconds: 1, bytes: 2 ** 30 }), {
       name: 'LimitError',
@@ -283,6 +285,68 @@ describe('what an SVG costs', () => {
       if (NODE_OPTIONS === undefined) delete process.env.NODE_OPTIONS;
       else process.env.NODE_OPTIONS = NODE_OPTIONS;
     }
+  });
+});
+
+describe('the process that draws', { skip: process.platform === 'win32' }, () => {
+  /**
+   * Runs a script in a process group of its own, until it and all that hold its output have ended.
+   * @param {string} source Sees `drawSvg`, which shows the process as soon as it is there.
+   * @param {string} drawing
+   */
+  const run = (source, drawing) => {
+    const head = `
+      import cp from 'node:child_process';
+      import { syncBuiltinESMExports } from 'node:module';
+      import process from 'node:process';
+      const { spawn } = cp;
+      const drawSvg = async (whenBegun, limits) => {
+        cp.spawn = (program, args, options) => {
+          const child = spawn(program, args, { ...options, stdio: ['pipe', 'pipe', 2, 'pipe'] });
+          whenBegun(child);
+          return child;
+        };
+        syncBuiltinESMExports();
+        const { drawSvg } = await import(${JSON.stringify(new URL('../../lib/svg.js', import.meta.url))});
+        return drawSvg(Buffer.from(process.argv[1]), ${JSON.stringify(OPTIONS)}, limits);
+      };`;
+    return node(['--input-type=module', '--eval', `${head}${source}`, drawing], { detached: true });
+  };
+
+  test('goes on when a signal comes to the whole group, as Ctrl-C sends it', async () => {
+    const source = `
+      let isHeard = false;
+      process.once('SIGINT', () => (isHeard = true));
+      const { width } = await drawSvg(() => process.kill(0, 'SIGINT'));
+      console.log(width, isHeard);`;
+    const { stdout, stderr } = await run(source, svg(''));
+    assert.equal(stdout, '20 true\n', stderr);
+  });
+
+  test('ends with the process that wants the picture', async () => {
+    const source = `
+      await drawSvg((child) =>
+        child.stdin.on('finish', () => process.kill(process.pid, 'SIGKILL')));`;
+    const began = performance.now();
+    const { signal } = await run(source, slow);
+    assert.equal(signal, 'SIGKILL');
+    // By itself it ends after 20 seconds.
+    assert.ok(performance.now() - began < 15_000);
+  });
+
+  test('ends at its limit when nobody listens any more', async () => {
+    const source = `
+      const whenBegun = (child) => {
+        child.stdin.on('finish', () => child.stdio[3].destroy());
+        const timer = setTimeout(() => child.kill('SIGTERM'), 15_000);
+        child.on('exit', (code, signal) => {
+          clearTimeout(timer);
+          console.log(signal);
+        });
+      };
+      await drawSvg(whenBegun, { seconds: 1, bytes: 2 ** 30 }).catch(({ code }) => console.log(code));`;
+    const { stdout } = await run(source, slow);
+    assert.equal(stdout, 'ERR_STREAM_PREMATURE_CLOSE\nSIGKILL\n');
   });
 });
 

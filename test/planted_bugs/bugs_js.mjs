@@ -1913,9 +1913,14 @@ export const bugs = {
     },
     { name: 'pixels stand over one another', find: '    at += part.length;\n', replace: '' },
     {
+      name: 'Ctrl-C ends the drawing',
+      find: "detached: process.platform !== 'win32',",
+      replace: '',
+    },
+    {
       name: 'the limits of the caller are passed over',
-      find: '{ ...options, ...limits }',
-      replace: '{ ...options, ...LIMITS }',
+      find: '{ ...options, ...limits, parent',
+      replace: '{ ...options, ...LIMITS, parent',
     },
   ],
 
@@ -1927,6 +1932,17 @@ export const bugs = {
       replace: 'process.memoryUsage.rss() > 1e300',
     },
     { name: 'what is wrong is not said', find: '  fail(error);\n', replace: '' },
+    {
+      name: 'what nobody hears ends no drawing',
+      find: '  } finally {\n    // There may be nobody to tell it.',
+      replace:
+        '  } catch (error) {\n    throw error;\n  }\n  {\n    // There may be nobody to tell it.',
+    },
+    {
+      name: 'a drawing that nobody waits for goes on',
+      find: 'process.ppid !== parent',
+      replace: 'false',
+    },
   ],
 
   'lib/tracing/kinds.js': [
