@@ -9,18 +9,14 @@
 Bar_algm::Bar_algm(std::vector<double> x, std::vector<double> y, double pixel_step,
                    std::string method)
     : x_points(std::move(x)), y_points(std::move(y)), pixel_step(pixel_step), group_count(0) {
-  chart_trace::Groups groups = chart_trace::group_by_method(
-      std::move(x_points), std::move(y_points), this->pixel_step, method);
-  x_groups = std::move(groups.x);
-  y_groups = std::move(groups.y);
-  group_count = chart_trace::count_of(x_groups);
+  groups_ = chart_trace::group_by_method(std::move(x_points), std::move(y_points), this->pixel_step,
+                                         method);
+  group_count = chart_trace::count_of(groups_);
   for (auto* values : {&x_vertical, &y_vertical, &x_horizontal, &y_horizontal}) {
-    values->reserve(x_groups.size());
+    values->reserve(groups_.size());
   }
   for (std::int32_t k = 0; k < group_count; ++k) {
-    const auto group = static_cast<std::size_t>(k);
-    const chart_trace::Group_figures figures =
-        chart_trace::figures_of(x_groups[group], y_groups[group]);
+    const chart_trace::Group_figures figures = groups_.figures(static_cast<std::size_t>(k));
     x_vertical.push_back(figures.mean_x);
     y_vertical.push_back(figures.y.min);
     x_horizontal.push_back(figures.x.max);

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "primitives/group_list.hpp"
+#include "primitives/groups.hpp"
 
 // Turns the pixels of the bars of a bar chart into one point per bar. The pixels are grouped, by
 // fission grouping when `method` is exactly "fission" and by horizontal grouping for every other
@@ -28,7 +28,7 @@ class Bar_algm {
   std::vector<double> x_points, y_points;
   std::vector<double> x_vertical, y_vertical;
   std::vector<double> x_horizontal, y_horizontal;
-  chart_trace::Group_list x_groups, y_groups;
+  chart_trace::Groups groups_;
   double pixel_step;
   std::int32_t group_count;
 };

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "primitives/group_list.hpp"
+#include "primitives/groups.hpp"
 
 // Extracts scatter points and curves from the pixels of one colour. The pixels are grouped, by
 // fission grouping when `method` is exactly "fission" and by horizontal grouping for every other
@@ -35,14 +35,14 @@ class Points_curves_algm {
   std::vector<double> y_get_points_curves() const& { return y_points_curves; }
 
  private:
-  void sort_out_groups();
-  void reduce_curve();
+  chart_trace::Point_list sort_out_groups();
+  void reduce_curve(chart_trace::Point_list pixels);
 
   std::vector<double> x_points, y_points;
   std::vector<double> x_centres, y_centres;
-  std::vector<double> x_curves, y_curves;  // first all curve pixels, then the chain
+  std::vector<double> x_curves, y_curves;  // the chain
   std::vector<double> x_points_curves, y_points_curves;
-  chart_trace::Group_list x_groups, y_groups;  // given up once they are sorted out
+  chart_trace::Groups groups_;  // given up once they are sorted out
   double pixel_step;
   double cluster_fraction;
   std::int32_t num_groups;

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstdint>
 #include <utility>
 #include <vector>
 
-#include "primitives/group_list.hpp"
+#include "primitives/groups.hpp"
 
 // Divides a point set into groups of touching pixels. A point touches another when it lies in the
 // closed square box of side 3 pixel steps around it, so with a pixel step of 1 the groups of whole
@@ -21,17 +20,15 @@ class Fission_algm {
  public:
   Fission_algm(std::vector<double> x, std::vector<double> y, double pixel_step);
 
-  std::vector<Group_of_arrays> x_groups_func() const { return x_groups.groups(); }
-  std::vector<Group_of_arrays> y_groups_func() const { return y_groups.groups(); }
+  std::vector<Group_of_arrays> x_groups_func() const { return groups_.x_groups(); }
+  std::vector<Group_of_arrays> y_groups_func() const { return groups_.y_groups(); }
   // The same without a copy, of a grouping that is about to be thrown away.
-  chart_trace::Group_list x_list() && { return std::move(x_groups); }
-  chart_trace::Group_list y_list() && { return std::move(y_groups); }
+  chart_trace::Groups groups() && { return std::move(groups_); }
 
  private:
-  // Put the points into the order of their groups and return where each group ends among them.
-  std::vector<std::uint32_t> flood_picture(double side);
+  bool flood_picture(double side);
 
-  std::vector<double> x_points, y_points;      // not yet grouped; empty once built
-  chart_trace::Group_list x_groups, y_groups;  // parallel, in the order of their seeds
+  std::vector<double> x_points, y_points;  // not yet grouped; empty once built
+  chart_trace::Groups groups_;             // in the order of their seeds
   double pixel_step;
 };

@@ -3,15 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "primitives/group_list.hpp"
+#include "primitives/groups.hpp"
 
 namespace chart_trace {
-
-// The groups of a point set: x and y groups, parallel.
-struct Groups {
-  Group_list x;
-  Group_list y;
-};
 
 // Groups a point set by the named method: exactly "fission" is fission grouping, every other string
 // horizontal grouping. An unknown method is no error.

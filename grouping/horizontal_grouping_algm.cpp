@@ -8,9 +8,9 @@
 #include <optional>
 #include <utility>
 
+#include "grouping/picture_groups.hpp"
 #include "indexing/column_runs.hpp"
 #include "indexing/pixel_map.hpp"
-#include "indexing/point_writer.hpp"
 #include "indexing/raster_runs.hpp"
 #include "indexing/run_flood.hpp"
 #include "indexing/runs.hpp"
@@ -32,27 +32,21 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
       row_tolerance(pixel_step * 1.5),
       runs_left(0) {
   if (x_points.empty()) return;
-  std::vector<std::uint32_t> ends = flood_picture();
-  if (ends.empty()) {
-    horizontal_groups();
-    ends = take_all_groups();
-    gather_points();
-  } else {
-    x_group = std::move(x_points);
-    y_group = std::move(y_points);
-  }
-  x_groups = {std::move(x_group), ends};
-  y_groups = {std::move(y_group), std::move(ends)};
+  if (flood_picture()) return;
+  horizontal_groups();
+  std::vector<std::uint32_t> ends = take_all_groups();
+  gather_points();
+  groups_ = {{{}, std::move(x_group), std::move(y_group)}, std::move(ends)};
 }
 
-// Groups a clean picture row by row and puts its points in the order of joining where they are;
-// does nothing to every other point set.
-std::vector<std::uint32_t> Horizontal_grouping_algm::flood_picture() {
+// Groups a clean picture row by row; false for every other point set.
+bool Horizontal_grouping_algm::flood_picture() {
   using namespace chart_trace;
-  if (pixel_step != 1.0 || count_of(x_points) < 1) return {};
+  if (pixel_step != 1.0 || count_of(x_points) < 1) return false;
   auto map = Pixel_map::of_raster(x_points, y_points);
-  if (!map || !Run_flood::holds_exactly(*map)) return {};
-  return write_groups(Run_flood(*std::move(map)), x_points, y_points);
+  if (!map || !Run_flood::holds_exactly(*map)) return false;
+  groups_ = picture_groups(Run_flood(*std::move(map)), x_points, y_points);
+  return true;
 }
 
 void Horizontal_grouping_algm::horizontal_groups() {

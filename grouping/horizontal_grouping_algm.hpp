@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "indexing/run_pairs.hpp"
-#include "primitives/group_list.hpp"
+#include "primitives/groups.hpp"
 
 // Divides a point set into groups row by row: cuts the points into runs (maximal stretches of
 // points one pixel step apart on one row, in input order), then joins runs that lie on rows less
@@ -26,14 +26,13 @@ class Horizontal_grouping_algm {
  public:
   Horizontal_grouping_algm(std::vector<double> x, std::vector<double> y, double pixel_step);
 
-  std::vector<Group_of_arrays> x_groups_func() const { return x_groups.groups(); }
-  std::vector<Group_of_arrays> y_groups_func() const { return y_groups.groups(); }
+  std::vector<Group_of_arrays> x_groups_func() const { return groups_.x_groups(); }
+  std::vector<Group_of_arrays> y_groups_func() const { return groups_.y_groups(); }
   // The same without a copy, of a grouping that is about to be thrown away.
-  chart_trace::Group_list x_list() && { return std::move(x_groups); }
-  chart_trace::Group_list y_list() && { return std::move(y_groups); }
+  chart_trace::Groups groups() && { return std::move(groups_); }
 
  private:
-  std::vector<std::uint32_t> flood_picture();
+  bool flood_picture();
   void horizontal_groups();
   std::vector<std::uint32_t> take_all_groups();
   template <typename Run_list>
@@ -49,7 +48,7 @@ class Horizontal_grouping_algm {
   std::vector<double> x_group, y_group;         // in the order of joining, all groups; empty then
   std::vector<chart_trace::Run_extent> x_runs;  // all runs, in input order: their extents
   std::vector<double> y_runs;                   // and their rows; the points stay where they are
-  chart_trace::Group_list x_groups, y_groups;   // parallel, in the order of their first runs
+  chart_trace::Groups groups_;                  // in the order of their first runs
   double pixel_step;
   double row_tolerance;
   std::int32_t runs_left;

@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "primitives/group_list.hpp"
+#include "primitives/groups.hpp"
 
 // Cuts a point set into vertical compartments of equal width, side by side from the leftmost point
 // rightwards, as far as the rightmost point or until every point has been taken.
@@ -21,13 +21,13 @@ class Vertical_compartments {
  public:
   Vertical_compartments(std::vector<double> x, std::vector<double> y, double compartment_width);
 
-  std::vector<Group_of_arrays> x_groups_func() const { return x_groups.groups(); }
-  std::vector<Group_of_arrays> y_groups_func() const { return y_groups.groups(); }
+  std::vector<Group_of_arrays> x_groups_func() const { return groups_.x_groups(); }
+  std::vector<Group_of_arrays> y_groups_func() const { return groups_.y_groups(); }
 
  private:
   void divide();
 
-  std::vector<double> x_points, y_points;      // not yet taken by a compartment
-  chart_trace::Group_list x_groups, y_groups;  // parallel, left to right
+  std::vector<double> x_points, y_points;  // not yet taken by a compartment
+  chart_trace::Groups groups_;             // left to right
   double compartment_width;
 };

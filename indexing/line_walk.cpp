@@ -11,10 +11,6 @@ namespace {
 // The pixel itself, among the nine that are seen around it.
 constexpr Pixel_map::Word centre = 1 << 4;
 
-// From a pixel to the nine around it, in place order.
-constexpr double columns_to[] = {-1, 0, 1, -1, 0, 1, -1, 0, 1};
-constexpr double rows_to[] = {-1, -1, -1, 0, 0, 0, 1, 1, 1};
-
 }  // namespace
 
 Line_walk::Line_walk(std::uint32_t stride) {
@@ -28,10 +24,10 @@ Line_walk::Line_walk(std::uint32_t stride) {
   }
 }
 
-Line_walk::Ends Line_walk::follow(Ends ends, Pixel_map& map, Point_writer& points) const {
-  End a{ends.first, map.column_of(ends.first), map.row_of(ends.first)};
-  End b{ends.second, map.column_of(ends.second), map.row_of(ends.second)};
-  Point_writer writer = points;  // a copy, which need not be in memory meanwhile
+Line_walk::Ends Line_walk::follow(Ends ends, Pixel_map& map, Pixel_writer& points) const {
+  Pixel_writer writer = points;  // a copy, which need not be in memory meanwhile
+  End a{ends.first, writer.pixel_at(ends.first)};
+  End b{ends.second, writer.pixel_at(ends.second)};
   map.flip(a.place);
   if (ends.has_second) map.flip(b.place);
   while (step(a, b.place, map, writer)) {
@@ -47,15 +43,14 @@ Line_walk::Ends Line_walk::follow(Ends ends, Pixel_map& map, Point_writer& point
 }
 
 inline bool Line_walk::step(End& end, std::uint32_t other, Pixel_map& map,
-                            Point_writer& points) const {
+                            Pixel_writer& points) const {
   const Pixel_map::Word around = map.around(end.place);
   const std::uint32_t places = to_neighbour(around);
   const std::uint32_t next = end.place + places;
   if (places == 0 || next == other) return false;
   map.flip(end.place);
-  const std::int64_t neighbour = lowest_bit(around & ~centre);
-  end = {next, end.column + columns_to[neighbour], end.row + rows_to[neighbour]};
-  points.add(end.column, end.row);
+  end = {next, end.pixel + points.to_neighbours()[lowest_bit(around & ~centre)]};
+  points.add(end.place, end.pixel);
   return true;
 }
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "indexing/pixel_map.hpp"
-#include "indexing/point_writer.hpp"
+#include "indexing/pixel_writer.hpp"
 
 namespace chart_trace {
 
@@ -35,14 +35,14 @@ class Line_walk {
 
   // Goes on from these pixels, which are taken and written, until the one whose turn it is finds no
   // pixel, several, or the other one in hand. Returns the pixels in hand then.
-  Ends follow(Ends ends, Pixel_map& map, Point_writer& points) const;
+  Ends follow(Ends ends, Pixel_map& map, Pixel_writer& points) const;
 
  private:
   struct End {
     std::uint32_t place;
-    double column, row;
+    Packed_pixel pixel;
   };
-  bool step(End& end, std::uint32_t other, Pixel_map& map, Point_writer& points) const;
+  bool step(End& end, std::uint32_t other, Pixel_map& map, Pixel_writer& points) const;
 
   std::array<std::uint32_t, 512> to_neighbour_{};  // by what is around a pixel
 };

@@ -1,5 +1,6 @@
 #include "indexing/packed_pixels.hpp"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <utility>
@@ -88,6 +89,31 @@ class Four_frames {
   __m128i high_ = _mm_setzero_si128();
 };
 
+// The sums of the columns and of the rows in each of four places; include() may be called 2^16
+// times.
+class Four_sums {
+ public:
+  void include(const Packed_pixel* pixels) {
+    __m128i four;
+    std::memcpy(&four, pixels, sizeof four);
+    columns_ = _mm_add_epi32(columns_, _mm_and_si128(four, _mm_set1_epi32(0xFFFF)));
+    rows_ = _mm_add_epi32(rows_, _mm_srli_epi32(four, 16));
+  }
+
+  std::uint64_t columns() const { return sum_of(columns_); }
+  std::uint64_t rows() const { return sum_of(rows_); }
+
+ private:
+  static std::uint64_t sum_of(__m128i numbers) {
+    std::uint32_t parts[at_once];
+    std::memcpy(parts, &numbers, sizeof parts);
+    return std::uint64_t{parts[0]} + parts[1] + parts[2] + parts[3];
+  }
+
+  __m128i columns_ = _mm_setzero_si128();
+  __m128i rows_ = _mm_setzero_si128();
+};
+
 void store_four(__m128i numbers, double* values) {
   _mm_storeu_pd(values, _mm_cvtepi32_pd(numbers));
   _mm_storeu_pd(values + 2, _mm_cvtepi32_pd(_mm_unpackhi_epi64(numbers, numbers)));
@@ -111,6 +137,22 @@ class Four_frames {
 
  private:
   Pixel_frame frame_;
+};
+
+class Four_sums {
+ public:
+  void include(const Packed_pixel* pixels) {
+    for (std::size_t k = 0; k < at_once; ++k) {
+      columns_ += column_of(pixels[k]);
+      rows_ += row_of(pixels[k]);
+    }
+  }
+  std::uint64_t columns() const { return columns_; }
+  std::uint64_t rows() const { return rows_; }
+
+ private:
+  std::uint64_t columns_ = 0;
+  std::uint64_t rows_ = 0;
 };
 
 bool pack_four(const double* x, const double* y, Packed_pixel* pixels) {
@@ -143,6 +185,39 @@ std::optional<Packed_set> packed_set(const std::vector<double>& x, const std::ve
     frame.include(pixels[i]);
   }
   return Packed_set{std::move(all), frame};
+}
+
+Pixel_totals totals_of(const Packed_pixel* pixels, std::size_t count) {
+  constexpr std::size_t most_summed = at_once << 16;
+  Pixel_totals totals;
+  Four_frames four_frames;
+  std::size_t i = 0;
+  while (i + at_once <= count) {
+    Four_sums four_sums;
+    const std::size_t end = std::min(count - count % at_once, i + most_summed);
+    for (; i < end; i += at_once) {
+      four_frames.include(pixels + i);
+      four_sums.include(pixels + i);
+    }
+    totals.columns += four_sums.columns();
+    totals.rows += four_sums.rows();
+  }
+  if (i > 0) totals.frame = four_frames.frame();
+  for (; i < count; ++i) {
+    totals.frame.include(pixels[i]);
+    totals.columns += column_of(pixels[i]);
+    totals.rows += row_of(pixels[i]);
+  }
+  return totals;
+}
+
+Packed_set framed(Packed_pixels pixels) {
+  Four_frames four_frames;
+  std::size_t i = 0;
+  for (; i + at_once <= pixels.size(); i += at_once) four_frames.include(pixels.data() + i);
+  Pixel_frame frame = i > 0 ? four_frames.frame() : Pixel_frame{};
+  for (; i < pixels.size(); ++i) frame.include(pixels[i]);
+  return {std::move(pixels), frame};
 }
 
 void Packed_pixels::unpack(std::vector<double>& x, std::vector<double>& y) const {

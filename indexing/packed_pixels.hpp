@@ -14,6 +14,9 @@ namespace chart_trace {
 using Packed_pixel = std::uint32_t;
 inline std::uint32_t column_of(Packed_pixel pixel) { return pixel & 0xFFFFU; }
 inline std::uint32_t row_of(Packed_pixel pixel) { return pixel >> 16; }
+// What leads from a pixel to the next one on its row, and to the one below it.
+constexpr Packed_pixel one_right = 1;
+constexpr Packed_pixel one_down = 1 << 16;
 
 // So many pixels, a quarter of their size as points: what is read again and again, or sorted, stays
 // in a near cache. Until they are written they are anything, as clearing them first would take as
@@ -23,6 +26,8 @@ class Packed_pixels {
   explicit Packed_pixels(std::size_t count) : pixels_(new Packed_pixel[count]), size_(count) {}
 
   std::size_t size() const { return size_; }
+  // Forgets all behind the first `count`, in the same memory.
+  void shrink(std::size_t count) { size_ = count; }
   Packed_pixel* data() { return pixels_.get(); }
   const Packed_pixel* data() const { return pixels_.get(); }
   Packed_pixel operator[](std::size_t i) const { return pixels_[i]; }
@@ -48,6 +53,15 @@ struct Pixel_frame {
   }
 };
 
+// The frame of some pixels, at least one, and the sums of their columns and of their rows.
+struct Pixel_totals {
+  Pixel_frame frame;
+  std::uint64_t columns = 0;
+  std::uint64_t rows = 0;
+};
+// Cost: one pass, some 0.2 ns a pixel.
+Pixel_totals totals_of(const Packed_pixel* pixels, std::size_t count);
+
 // All points of a set in input order.
 struct Packed_set {
   Packed_pixels pixels;
@@ -58,5 +72,8 @@ struct Packed_set {
 // Exact: a coordinate is taken for the whole number that converts to the same bits.
 // Cost: one pass, some 0.7 ns a point.
 std::optional<Packed_set> packed_set(const std::vector<double>& x, const std::vector<double>& y);
+
+// The same of packed pixels.
+Packed_set framed(Packed_pixels pixels);
 
 }  // namespace chart_trace

@@ -28,7 +28,7 @@ std::int32_t root_of(std::int32_t square) {
 
 }  // namespace
 
-std::optional<Pixel_cells> Pixel_cells::of(Packed_set set, double largest_square) {
+std::optional<Pixel_cells> Pixel_cells::of(const Packed_set& set, double largest_square) {
   if (set.pixels.size() == 0) return std::nullopt;
   Pixel_cells cells;
   cells.frame_ = set.frame;

@@ -29,7 +29,7 @@ class Pixel_cells {
   // Nothing unless there are pixels, dense enough, at least one to every 128 places or so, and no
   // two farther apart than 16383 across or down. A disc is the pixels whose squared distance to its
   // centre is at most `largest_square`, a finite number not below 0. Cost: three short passes.
-  static std::optional<Pixel_cells> of(Packed_set set, double largest_square);
+  static std::optional<Pixel_cells> of(const Packed_set& set, double largest_square);
 
   // Takes the disc around the first pixel left; nothing when none is left.
   std::optional<Taken_points> take_next();

@@ -27,7 +27,7 @@ Pixel_flood::Pixel_flood(Pixel_map map)
       end_(queue_.data()),
       room_end_(queue_.data() + queue_.size()) {}
 
-bool Pixel_flood::next_group(Point_writer& group) {
+bool Pixel_flood::next_group(Pixel_writer& group) {
   std::uint32_t seed = 0;
   if (!map_.take_first(seed_word_, seed)) return false;
   group_ = &group;
@@ -221,14 +221,12 @@ void Pixel_flood::make_room() {
 void Pixel_flood::write(const Stretch* end) const {
   for (const Stretch* next = queue_.data(); next != end; ++next) {
     const Stretch stretch = *next;
-    const double x = map_.column_of(stretch.place);
-    const double y = map_.row_of(stretch.place);
     if (stretch.length == 1) {
-      group_->add(x, y);
+      group_->add(stretch.place);
     } else if (stretch.length > 1) {
-      group_->add_along(x, y, static_cast<std::size_t>(stretch.length));
+      group_->add_along(stretch.place, static_cast<std::size_t>(stretch.length));
     } else {
-      group_->add_down(x, y, static_cast<std::size_t>(-stretch.length));
+      group_->add_down(stretch.place, static_cast<std::size_t>(-stretch.length));
     }
   }
 }

@@ -7,7 +7,7 @@
 
 #include "indexing/line_walk.hpp"
 #include "indexing/pixel_map.hpp"
-#include "indexing/point_writer.hpp"
+#include "indexing/pixel_writer.hpp"
 
 namespace chart_trace {
 
@@ -34,7 +34,9 @@ class Pixel_flood {
   Pixel_flood& operator=(const Pixel_flood&) = delete;
 
   // Fills the group of the first free pixel and writes it; false when there is none left.
-  bool next_group(Point_writer& group);
+  bool next_group(Pixel_writer& group);
+
+  const Pixel_map& map() const { return map_; }
 
  private:
   // `length` pixels from `place` on along a row, or -length pixels down a column; 1 when single, 0
@@ -65,7 +67,7 @@ class Pixel_flood {
   Pixel_map map_;
   Line_walk line_walk_;
   std::size_t seed_word_ = 0;      // no pixel before it is free
-  Point_writer* group_ = nullptr;  // the one in hand
+  Pixel_writer* group_ = nullptr;  // the one in hand
   std::vector<Stretch> queue_;     // of the group in hand, from the first that is not written on
   Stretch* head_;                  // the stretch that is in hand next
   Stretch* end_;                   // of the queue

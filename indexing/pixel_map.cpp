@@ -222,6 +222,14 @@ Pixel_map::Word Pixel_map::around_in_two_words(std::uint32_t place) const {
   return around;
 }
 
+bool Pixel_map::holds_packed() const {
+  const std::size_t rows = words_.size() / words_in_row();
+  const double right = left_ + stride_;
+  const double bottom = top_ + static_cast<double>(rows);
+  return left_ >= -1.0 && top_ >= -1.0 && right <= 65536.0 && bottom <= 65536.0 &&
+         left_ == std::floor(left_) && top_ == std::floor(top_);
+}
+
 std::size_t Pixel_map::first_word(std::size_t from) const {
   const Word* const words = words_.data();
   const std::size_t end = words_.size();

@@ -119,6 +119,9 @@ class Pixel_map {
     return top_ + row;
   }
 
+  // Whether all pixels that the map has room for are packed pixels.
+  bool holds_packed() const;
+
   const std::vector<Word>& words() const { return words_; }
   std::uint32_t stride() const { return stride_; }
   // How many stretches of pixels side by side of_raster() has found.

@@ -72,13 +72,10 @@ class Point_writer {
   std::size_t count_ = 0;
 };
 
-// Writes the groups of a flood fill over the points, which it does not need any more, and returns
-// where they end.
-template <typename Flood>
-std::vector<std::uint32_t> write_groups(Flood flood, std::vector<double>& columns,
-                                        std::vector<double>& rows) {
+// Writes the groups of a flood fill and returns where they end.
+template <typename Flood, typename Writer>
+std::vector<std::uint32_t> write_groups(Flood& flood, Writer points) {
   std::vector<std::uint32_t> ends;
-  Point_writer points(columns, rows);
   while (flood.next_group(points)) ends.push_back(static_cast<std::uint32_t>(points.count()));
   return ends;
 }

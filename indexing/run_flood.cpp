@@ -37,7 +37,7 @@ Run_flood::Run_flood(Pixel_map map)
       pixels_(queue_size),
       words_(queue_size) {}
 
-bool Run_flood::next_group(Point_writer& group) {
+bool Run_flood::next_group(Pixel_writer& group) {
   if (runs_ == 0) return false;
   first_word_ = static_cast<std::uint32_t>(map_.first_word(first_word_));
   end_ = 0;
@@ -57,20 +57,23 @@ inline void Run_flood::push(Run run) {
   ++end_;
 }
 
-inline void Run_flood::write(Run run, Point_writer& points) const {
+inline void Run_flood::write(Run run, Pixel_writer& points) const {
   const std::uint32_t place = run.word * word_bits + first_of(run.pixels);
-  points.add_along(map_.column_of(place), map_.row_of(place), length_of(run.pixels) + run.rest);
+  points.add_along(place, length_of(run.pixels) + run.rest);
 }
 
 // Breadth first. Straight after a change of reference the first run of the list is not held against
 // the end of the search: when it is the only one left, nothing stops it. For the first reference of
 // a group that comes to the same, as there is nothing else to take.
-void Run_flood::fill(Point_writer& group) {
-  Point_writer points = group;  // a copy, which need not be in memory meanwhile
+void Run_flood::fill(Pixel_writer& group) {
+  Pixel_writer points = group;  // a copy, which need not be in memory meanwhile
   bool stopped = true;
   std::size_t head = 0;
   while (stopped && head < end_) {
-    if (pixels_.size() - end_ < most_found) head = make_room(head);
+    if (pixels_.size() - end_ < most_found) {
+      make_room(head);
+      head = 0;
+    }
     const Run reference = queued(head++);
     write(reference, points);
     stopped = is_any_below(reference) && runs_ - end_ != 1;
@@ -165,15 +168,13 @@ std::uint32_t Run_flood::take_run(std::uint32_t place) {
   return end;
 }
 
-// Moves the runs from `head` on, which have not been searched from, to the front of the queue;
-// returns where they are now.
-std::size_t Run_flood::make_room(std::size_t head) {
+// Moves the runs from `head` on, which have not been searched from, to the front of the queue.
+void Run_flood::make_room(std::size_t head) {
   const std::size_t end = end_;
   runs_ -= head;
   end_ = 0;
   while (head < end) push(queued(head++));
   if (end_ > pixels_.size() / 2) grow();
-  return 0;
 }
 
 void Run_flood::grow() {

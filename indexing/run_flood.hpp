@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "indexing/pixel_map.hpp"
-#include "indexing/point_writer.hpp"
+#include "indexing/pixel_writer.hpp"
 
 namespace chart_trace {
 
@@ -35,7 +35,9 @@ class Run_flood {
 
   // Takes the group of the first run left and writes it; false when there is none left. As in
   // Horizontal_grouping_algm, a search that nothing stopped is the last one of its group.
-  bool next_group(Point_writer& group);
+  bool next_group(Pixel_writer& group);
+
+  const Pixel_map& map() const { return map_; }
 
  private:
   using Word = Pixel_map::Word;
@@ -45,7 +47,7 @@ class Run_flood {
     std::uint32_t rest;  // the number of pixels in the words behind it
   };
 
-  void fill(Point_writer& group);
+  void fill(Pixel_writer& group);
   bool is_any_below(Run reference);
   void find_last_word();
   bool take_in_words(Run reference);
@@ -55,9 +57,9 @@ class Run_flood {
   std::uint32_t take_run(std::uint32_t place);
   Run queued(std::size_t k) const;
   void push(Run run);
-  std::size_t make_room(std::size_t head);
+  void make_room(std::size_t head);
   void grow();
-  void write(Run run, Point_writer& points) const;
+  void write(Run run, Pixel_writer& points) const;
 
   Pixel_map map_;
   std::uint32_t words_in_row_;

@@ -80,7 +80,7 @@ std::uint32_t Shuffled_flood::rank_of(std::uint32_t place) const {
   return before_[word] + count_bits(pixels_[word] & ~(~Word{0} << place % word_bits));
 }
 
-bool Shuffled_flood::next_group(Point_writer& group) {
+bool Shuffled_flood::next_group(Pixel_writer& group) {
   if (group.count() == places_.size()) return false;
   while (!map_.is_free(places_[next_])) ++next_;
   queue_.assign(1, places_[next_]);
@@ -118,10 +118,8 @@ void Shuffled_flood::queue_in_order(std::size_t first) {
   for (std::size_t k = 0; k < count; ++k) queue_[first + k] = static_cast<std::uint32_t>(pixels[k]);
 }
 
-void Shuffled_flood::write(Point_writer& group) const {
-  for (const std::uint32_t place : queue_) {
-    group.add(map_.column_of(place), map_.row_of(place));
-  }
+void Shuffled_flood::write(Pixel_writer& group) const {
+  for (const std::uint32_t place : queue_) group.add(place);
 }
 
 }  // namespace chart_trace

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "indexing/pixel_map.hpp"
-#include "indexing/point_writer.hpp"
+#include "indexing/pixel_writer.hpp"
 
 namespace chart_trace {
 
@@ -33,7 +33,9 @@ class Shuffled_flood {
                                           const std::vector<double>& rows);
 
   // Fills the group of the first free pixel in input order; false when there is none left.
-  bool next_group(Point_writer& group);
+  bool next_group(Pixel_writer& group);
+
+  const Pixel_map& map() const { return map_; }
 
  private:
   Shuffled_flood(Pixel_map map, std::vector<std::uint32_t> places,
@@ -41,7 +43,7 @@ class Shuffled_flood {
   std::uint32_t rank_of(std::uint32_t place) const;
   void take_around(std::uint32_t place);
   void queue_in_order(std::size_t first);
-  void write(Point_writer& group) const;
+  void write(Pixel_writer& group) const;
 
   Pixel_map map_;
   std::vector<Pixel_map::Word> pixels_;  // the map as it was before any was taken

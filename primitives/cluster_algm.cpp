@@ -20,21 +20,19 @@ using chart_trace::count_of;
 using chart_trace::Packed_set;
 using chart_trace::Pixel_cells;
 using chart_trace::Point_grid;
+using chart_trace::Point_list;
 using chart_trace::Taken_points;
 
 Cluster_algm::Cluster_algm(std::vector<double> x, std::vector<double> y, double cluster_fraction)
     : x_points(std::move(x)), y_points(std::move(y)), cluster_fraction(cluster_fraction) {
-  const std::int32_t count = count_of(x_points);
-  if (count < 1) return;
-  std::optional<Packed_set> pixels = chart_trace::packed_set(x_points, y_points);
-  if (pixels && !chart_trace::are_near(pixels->frame)) pixels.reset();
-  const double largest_square = chart_trace::largest_square_below(radius_over(count, pixels));
-  if (largest_square >= 0.0) gather_clusters(largest_square, std::move(pixels));
-  if (x_points.empty()) return;
-  // A round took nothing, so nothing will be taken: the rounds that are left give NaN pairs.
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  x_centroids.resize(static_cast<std::size_t>(count), nan);
-  y_centroids.resize(static_cast<std::size_t>(count), nan);
+  find_clusters(count_of(x_points), chart_trace::packed_set(x_points, y_points));
+}
+
+Cluster_algm::Cluster_algm(Point_list points, double cluster_fraction)
+    : Cluster_algm(std::move(points.x), std::move(points.y), cluster_fraction) {
+  if (!points.pixels) return;
+  const std::int32_t count = count_of(*points.pixels);
+  find_clusters(count, chart_trace::framed(*std::move(points.pixels)));
 }
 
 double Cluster_algm::cluster_radius(std::int32_t count) const {
@@ -57,16 +55,42 @@ double Cluster_algm::radius_over(std::int32_t count,
 }
 
 // Takes cluster after cluster, each around the first point left, until none is left or a seed takes
-// nothing, as no pixel does.
-void Cluster_algm::gather_clusters(double largest_square, std::optional<Packed_set> pixels) {
-  std::optional<Pixel_cells> cells;
-  if (pixels) cells = Pixel_cells::of(*std::move(pixels), largest_square);
-  if (cells) {
-    while (const auto cluster = cells->take_next()) add_centroid(*cluster);
-    x_points.clear();
-    y_points.clear();
-    return;
+// nothing, as no pixel does. The points are those of `pixels` if there are any.
+void Cluster_algm::find_clusters(std::int32_t count, std::optional<Packed_set> pixels) {
+  if (count < 1) return;
+  if (pixels && !chart_trace::are_near(pixels->frame)) unpack(pixels);
+  const double largest_square = chart_trace::largest_square_below(radius_over(count, pixels));
+  if (pixels && largest_square >= 0.0 && gather_pixels(*pixels, largest_square)) return;
+  unpack(pixels);
+  if (largest_square >= 0.0) gather_points(largest_square);
+  if (x_points.empty()) return;
+  // A round took nothing, so nothing will be taken: the rounds that are left give NaN pairs.
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  x_centroids.resize(static_cast<std::size_t>(count), nan);
+  y_centroids.resize(static_cast<std::size_t>(count), nan);
+}
+
+// From here on the points are those of x_points and y_points.
+void Cluster_algm::unpack(std::optional<Packed_set>& pixels) {
+  if (pixels && x_points.empty()) {
+    x_points.resize(pixels->pixels.size());
+    y_points.resize(pixels->pixels.size());
+    pixels->pixels.unpack(x_points, y_points);
   }
+  pixels.reset();
+}
+
+// False, and nothing taken, when the pixels do not fit the cells.
+bool Cluster_algm::gather_pixels(const Packed_set& pixels, double largest_square) {
+  std::optional<Pixel_cells> cells = Pixel_cells::of(pixels, largest_square);
+  if (!cells) return false;
+  while (const auto cluster = cells->take_next()) add_centroid(*cluster);
+  x_points.clear();
+  y_points.clear();
+  return true;
+}
+
+void Cluster_algm::gather_points(double largest_square) {
   Point_grid points(x_points, y_points);
   while (const auto cluster = points.take_next(largest_square)) add_centroid(*cluster);
   std::size_t held = 0;

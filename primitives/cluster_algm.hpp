@@ -7,6 +7,7 @@
 
 #include "indexing/packed_pixels.hpp"
 #include "indexing/taken_points.hpp"
+#include "primitives/point_list.hpp"
 
 // Reduces a point set to the centroids of its clusters. One radius serves all clusters: the mean of
 // the distances from the first point to the given fraction of the other points, the nearest ones.
@@ -22,6 +23,7 @@
 class Cluster_algm {
  public:
   Cluster_algm(std::vector<double> x, std::vector<double> y, double cluster_fraction);
+  Cluster_algm(chart_trace::Point_list points, double cluster_fraction);
 
   // The radius over the first `count` points: the mean of the m smallest distances from point 0 to
   // the others, summed from the smallest upwards, where m is the number of the others times
@@ -38,7 +40,10 @@ class Cluster_algm {
  private:
   double radius_over(std::int32_t count,
                      const std::optional<chart_trace::Packed_set>& pixels) const;
-  void gather_clusters(double largest_square, std::optional<chart_trace::Packed_set> pixels);
+  void find_clusters(std::int32_t count, std::optional<chart_trace::Packed_set> pixels);
+  void unpack(std::optional<chart_trace::Packed_set>& pixels);
+  bool gather_pixels(const chart_trace::Packed_set& pixels, double largest_square);
+  void gather_points(double largest_square);
   void add_centroid(const chart_trace::Taken_points& cluster);
 
   std::vector<double> x_points, y_points;        // not yet taken by a cluster

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <limits>
 
-#include "indexing/range.hpp"
 #include "primitives/to_int32.hpp"
 
 using chart_trace::count_of;
@@ -73,11 +72,6 @@ Extremes extremes_of(Values values) {
     if (value > extremes.max) extremes.max = value;
   }
   return extremes;
-}
-
-Extremes ends_of(Values values) {
-  const Range range = range_of(values.begin(), values.size());
-  return {range.low, range.high};
 }
 
 Group_figures figures_of(Values x, Values y) {

@@ -46,10 +46,6 @@ struct Extremes {
 };
 Extremes extremes_of(Values values);
 
-// The same of many values, four at a time; of equal zeros it may be either: how far the two are
-// apart is the same.
-Extremes ends_of(Values values);
-
 // mean_of and extremes_of of two parallel lists, not empty, found in one pass. Each sum waits for
 // one addition after the other; all the rest is done in between and costs nothing.
 struct Group_figures {

@@ -20,10 +20,16 @@
 namespace chart_trace_test {
 namespace {
 
+// In both forms of points where there are two.
 testing::AssertionResult equals_oracle(const Pixels& set, double fraction) {
-  const Cluster_algm got(set.x, set.y, fraction);
   const oracle::Clusters want = oracle::cluster(set.x, set.y, fraction);
-  return same_points(got.arr_x_centroid(), got.arr_y_centroid(), want.centroids);
+  const Cluster_algm got(set.x, set.y, fraction);
+  auto packed = chart_trace::packed_set(set.x, set.y);
+  if (!packed) return same_points(got.arr_x_centroid(), got.arr_y_centroid(), want.centroids);
+  const Cluster_algm of_packed({std::move(packed->pixels), {}, {}}, fraction);
+  return all_of(
+      {same_points(got.arr_x_centroid(), got.arr_y_centroid(), want.centroids),
+       same_points(of_packed.arr_x_centroid(), of_packed.arr_y_centroid(), want.centroids)});
 }
 
 constexpr double fractions[] = {0.0005, 0.002, 0.01, 0.05, 0.3, 1.0};
@@ -220,6 +226,25 @@ TEST(Cluster_paths, a_disc_as_large_as_the_largest_picture_equals_the_oracle) {
 
 // More pixels than are taken at once, in the last column and row, whose sums leave 32 bits. The
 // oracle would need a minute.
+// Pixels so far apart that squares of their distances leave 32 bits, so sparse that there are no
+// cells for them, or with a radius that takes nothing: all that is not taken from cells.
+TEST(Cluster_paths, pixels_that_do_not_fit_cells_equal_the_oracle) {
+  for (const double far : {32767.0, 32768.0, 65535.0}) {
+    Pixels set = strewn(4, 30, 10, 0.5);
+    set.x.push_back(far);
+    set.y.push_back(0.0);
+    EXPECT_TRUE(equals_oracle(set)) << far;
+    EXPECT_TRUE(equals_oracle(exchanged(set))) << far << " down";
+  }
+  EXPECT_TRUE(equals_oracle(block(20, 20, 0, 0, 100)));
+  for (const double fraction : {0.0, -1.0, not_a_number, 1e300}) {
+    EXPECT_TRUE(equals_oracle(block(5, 4), fraction)) << fraction;
+  }
+  EXPECT_TRUE(equals_oracle({Doubles(9, 3.0), Doubles(9, 4.0)})) << "all at one place";
+  EXPECT_TRUE(equals_oracle(block(1, 1))) << "one";
+  EXPECT_TRUE(equals_oracle(Pixels{})) << "none";
+}
+
 TEST(Cluster_paths, hundreds_of_thousands_of_pixels_at_one_place_are_one_cluster) {
   Pixels set{Doubles(300001, 65535.0), Doubles(300001, 65535.0)};
   set.x[0] -= 100.0;

@@ -405,6 +405,21 @@ TEST(Fission_paths, pictures_anywhere_and_between_whole_numbers_equal_the_oracle
   }
 }
 
+// Groups of pixels are written packed where the whole map is one of such pixels, and as points
+// elsewhere: at its first columns and rows and before them, at the last ones and behind them. Each
+// with all that is written: single pixels, stretches along and down, and lines that are followed.
+TEST(Fission_paths, pictures_at_the_edges_of_packed_pixels_equal_the_oracle) {
+  const Pixels set = joined({noise(11, 70, 12, 700), moved(block(7, 9), 3.0, 14.0),
+                             moved(scribble(3, 66, 20, 5), 0.0, 25.0)});
+  for (const double by : {-1.0, 0.0, 0.5, 65280.0, 65344.0, 65407.0, 65408.0, 65409.0, 65472.0,
+                          65488.0, 65489.0, 65490.0, 65491.0, 65492.0, 65536.0}) {
+    for (const Pixels& there : {moved(set, by, 0.0), moved(set, 0.0, by), moved(set, by, by)}) {
+      EXPECT_TRUE(equals_oracle_both_ways(there, 1.0)) << by;
+      EXPECT_TRUE(equals_oracle(shuffled(there, 5), 1.0)) << by << ", shuffled";
+    }
+  }
+}
+
 TEST(Fission_paths, steps_that_reach_eight_neighbours_or_not_quite_equal_the_oracle) {
   const Pixels set = noise(9, 30, 30, 400);
   for (const double step : {0.6, 0.666, 0.6666666666666666, 0.6666666666666667, 0.667, 0.9, 1.1,

@@ -474,6 +474,21 @@ TEST(Horizontal_paths, a_bitmap_is_taken_where_single_precision_holds_every_colu
   }
 }
 
+// Groups are written packed where all rows and columns are those of packed pixels, and as points
+// elsewhere.
+TEST(Horizontal_paths, pictures_at_the_edges_of_packed_pixels_equal_the_oracle) {
+  const Points picture = drawn({"## ##   #", "  #   # #", "##### #  ", "#  ####  ", "   #     "});
+  for (const double right : {-1.0, 0.0, 0.5, 300.0}) {
+    for (const double down :
+         {-1.0, 0.0, 0.25, 65528.0, 65529.0, 65530.0, 65531.0, 65532.0, 65536.0}) {
+      Points there = picture;
+      for (double& x : there.x) x += right;
+      for (double& y : there.y) y += down;
+      EXPECT_TRUE(equals_the_oracle(there)) << right << ", " << down;
+    }
+  }
+}
+
 TEST(Horizontal_paths, all_small_pictures_row_by_row_equal_the_oracle) {
   constexpr unsigned columns = 3;
   for (unsigned bits = 1; bits < 1U << 15; ++bits) {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "test/cpp/same_bits.hpp"
@@ -69,6 +70,31 @@ TEST(Packed_pixels, the_outermost_columns_and_rows_are_found_wherever_they_stand
         ASSERT_TRUE(rows);
         EXPECT_EQ(rows->frame.top, 32767);
         EXPECT_EQ(rows->frame.bottom, largest);
+      }
+    }
+  }
+}
+
+TEST(Packed_pixels, the_frame_and_the_sums_of_pixels_are_found_for_any_number_of_them) {
+  for (std::size_t size = 1; size < 14; ++size) {
+    for (std::size_t odd = 0; odd < size; ++odd) {
+      std::vector<double> x(size, 60000.0);
+      std::vector<double> y(size, 7.0);
+      x[odd] = 3.0;
+      y[odd] = 65535.0;
+      auto set = packed_set(x, y);
+      ASSERT_TRUE(set);
+      const auto totals = chart_trace::totals_of(set->pixels.data(), size);
+      EXPECT_EQ(totals.columns, 60000 * (size - 1) + 3);
+      EXPECT_EQ(totals.rows, 7 * (size - 1) + 65535);
+      const chart_trace::Pixel_frame want = set->frame;
+      const chart_trace::Packed_set again = chart_trace::framed(std::move(set->pixels));
+      EXPECT_EQ(again.pixels.size(), size);
+      for (const chart_trace::Pixel_frame& frame : {totals.frame, again.frame}) {
+        EXPECT_EQ(frame.left, want.left);
+        EXPECT_EQ(frame.right, want.right);
+        EXPECT_EQ(frame.top, want.top);
+        EXPECT_EQ(frame.bottom, want.bottom);
       }
     }
   }

@@ -151,20 +151,22 @@ TEST(Points_curves_algm, the_pixel_step_sets_both_neighbourhood_and_cell_size) {
   expect_result(traced(set, "fission", 0.05, 1), set, {});
 }
 
-// Around the size from which a group is asked first whether it is solid.
-TEST(Points_curves_algm, large_groups_are_sorted_out_as_small_ones_are) {
-  for (const std::size_t size : {499U, 500U, 501U, 2000U}) {
-    Pixels marker = block(50, 40);
-    Pixels line = block(2, 1500, 100);
-    for (Doubles* const values : {&marker.x, &marker.y, &line.x, &line.y}) values->resize(size);
-    const Pixels both = joined({marker, line});
-    for (const char* const method : {"fission", "horizontal"}) {
-      for (const double step : {1.0, 0.3}) {
-        const oracle::Points_curves want =
-            oracle::points_curves(both.x, both.y, step, method, 0.05);
-        const Points_curves_algm got = traced(both, method, 0.05, step);
-        EXPECT_TRUE(same_points(got.x_get_points(), got.y_get_points(), want.points)) << size;
-        EXPECT_TRUE(same_points(got.x_get_curves(), got.y_get_curves(), want.curves)) << size;
+// A marker above a line: pixels row by row, which are packed, and points between whole numbers.
+TEST(Points_curves_algm, groups_of_any_size_are_sorted_out_in_either_form) {
+  for (const std::size_t size : {1U, 3U, 4U, 5U, 100U, 1000U}) {
+    for (const double at : {0.0, 0.5}) {
+      Pixels marker = block(50, 20, at, at);
+      Pixels line = block(2, 500, 100 + at, 40 + at);
+      for (Doubles* const values : {&marker.x, &marker.y, &line.x, &line.y}) values->resize(size);
+      const Pixels both = joined({marker, line});
+      for (const char* const method : {"fission", "horizontal"}) {
+        for (const double step : {1.0, 0.3}) {
+          const oracle::Points_curves want =
+              oracle::points_curves(both.x, both.y, step, method, 0.05);
+          const Points_curves_algm got = traced(both, method, 0.05, step);
+          EXPECT_TRUE(same_points(got.x_get_points(), got.y_get_points(), want.points)) << size;
+          EXPECT_TRUE(same_points(got.x_get_curves(), got.y_get_curves(), want.curves)) << size;
+        }
       }
     }
   }

@@ -198,6 +198,21 @@ export const bugs = {
 
   'primitives/cluster_algm.cpp': [
     {
+      name: 'pixels go to cells however far apart they are',
+      find: 'if (pixels && !chart_trace::are_near(pixels->frame)) unpack(pixels);',
+      replace: '',
+    },
+    {
+      name: 'packed pixels that do not fit cells are lost',
+      find: 'pixels->pixels.unpack(x_points, y_points);',
+      replace: '',
+    },
+    {
+      name: 'pixels are taken from cells by a radius that takes nothing',
+      find: 'pixels && largest_square >= 0.0 && gather_pixels',
+      replace: 'pixels && gather_pixels',
+    },
+    {
       name: 'the number of distances is rounded down',
       find: 'std::ceil(length * cluster_fraction)',
       replace: 'std::floor(length * cluster_fraction)',
@@ -1249,12 +1264,12 @@ export const bugs = {
   'grouping/fission_algm.cpp': [
     {
       name: 'columns are filled as rows are',
-      find: 'Pixel_flood(*std::move(turned)), y_points, x_points)',
-      replace: 'Pixel_flood(*std::move(turned)), x_points, y_points)',
+      find: 'x_points, y_points, true)',
+      replace: 'x_points, y_points)',
     },
     {
       name: 'a picture is filled whatever the step',
-      find: 'if (!Pixel_flood::reaches_eight(side * 0.5)) return {};',
+      find: 'if (!Pixel_flood::reaches_eight(side * 0.5)) return false;',
       replace: '',
     },
     {
@@ -1414,6 +1429,36 @@ export const bugs = {
   ],
 
   'indexing/pixel_map.cpp': [
+    {
+      name: 'columns left of 0 are packed',
+      find: 'left_ >= -1.0 && ',
+      replace: '',
+    },
+    {
+      name: 'rows above 0 are packed',
+      find: 'top_ >= -1.0 && ',
+      replace: '',
+    },
+    {
+      name: 'columns are packed however large',
+      find: 'right <= 65536.0 && ',
+      replace: '',
+    },
+    {
+      name: 'rows are packed however large',
+      find: ' && bottom <= 65536.0',
+      replace: '',
+    },
+    {
+      name: 'columns between whole numbers are packed',
+      find: 'left_ == std::floor(left_) && ',
+      replace: '',
+    },
+    {
+      name: 'rows between whole numbers are packed',
+      find: ' && top_ == std::floor(top_)',
+      replace: '',
+    },
     {
       name: 'the sign of a zero at the start of a run is lost in a map',
       arch: 'x64',
@@ -1624,8 +1669,8 @@ export const bugs = {
   'grouping/group_by_method.cpp': [
     {
       name: 'x and y are exchanged',
-      find: '{std::move(grouping).x_list(), std::move(grouping).y_list()}',
-      replace: '{std::move(grouping).y_list(), std::move(grouping).x_list()}',
+      find: 'Fission_algm(std::move(x), std::move(y), pixel_step)',
+      replace: 'Fission_algm(std::move(y), std::move(x), pixel_step)',
     },
     {
       name: 'every method that begins with fission is fission',
@@ -1687,16 +1732,16 @@ export const bugs = {
     },
   ],
 
-  'primitives/group_list.hpp': [
+  'primitives/groups.hpp': [
     {
-      name: 'the first group begins with the second value',
-      find: '(k == 0 ? 0 :',
-      replace: '(k == 0 ? 1 :',
+      name: 'every group but the first begins a point late',
+      find: 'ends_[k - 1]; }',
+      replace: 'ends_[k - 1] + 1; }',
     },
     {
-      name: 'every group but the first begins a value late',
-      find: 'ends_[k - 1])',
-      replace: 'ends_[k - 1] + 1)',
+      name: 'a group has as many points as end before it',
+      find: 'return ends_[k] - begin_of(k);',
+      replace: 'return ends_[k];',
     },
   ],
 
@@ -1729,6 +1774,29 @@ export const bugs = {
   ],
 
   'indexing/packed_pixels.cpp': [
+    {
+      name: 'the sums of many pixels leave 32 bits',
+      arch: 'x64',
+      find: 'most_summed = at_once << 16;',
+      replace: 'most_summed = at_once << 17;',
+    },
+    {
+      name: 'rows are summed with their columns',
+      arch: 'x64',
+      find: 'rows_ = _mm_add_epi32(rows_, _mm_srli_epi32(four, 16));',
+      replace: 'rows_ = _mm_add_epi32(rows_, four);',
+    },
+    {
+      name: 'the last few pixels are not in the sums',
+      find: '    totals.rows += row_of(pixels[i]);\n',
+      replace: '',
+    },
+    {
+      name: 'a fourth of the pixels is not in the sums',
+      arch: 'x64',
+      find: 'std::uint64_t{parts[0]} + parts[1] + parts[2] + parts[3]',
+      replace: 'std::uint64_t{parts[0]} + parts[1] + parts[2]',
+    },
     {
       name: 'a fraction is cut off',
       find: '_mm_or_si128(too_large, _mm_or_si128(xs.differences, ys.differences))',
@@ -1765,6 +1833,85 @@ export const bugs = {
       name: 'one of the last few zeros loses its sign',
       find: 'bits_of(value) <= bits_of(65535.0)',
       replace: 'value >= 0.0 && value <= 65535.0',
+    },
+  ],
+
+  'indexing/pixel_writer.hpp': [
+    {
+      name: 'the columns of a turned map are columns',
+      find: 'across_(is_turned ? one_down : one_right)',
+      replace: 'across_(one_right)',
+    },
+    {
+      name: 'the rows of a turned map are rows',
+      find: 'down_(is_turned ? one_right : one_down)',
+      replace: 'down_(one_down)',
+    },
+    {
+      name: 'packed pixels begin at the first row of the map',
+      find: ' + whole(map.row_of(0)) * down_',
+      replace: '',
+    },
+    {
+      name: 'packed pixels begin at the first column of the map',
+      find: 'whole(map.column_of(0)) * across_ + ',
+      replace: '',
+    },
+    {
+      name: 'a long stretch is written over and over from its first pixel',
+      find: 'next_ += block, first += block * step',
+      replace: 'next_ += block',
+    },
+    {
+      name: 'more pixels are kept of a stretch than it has',
+      find: '    next_ = end;\n',
+      replace: '',
+    },
+    {
+      name: 'pixels one below the other are written side by side',
+      find: 'add_blocks(pixel_at(place), down_, length)',
+      replace: 'add_blocks(pixel_at(place), across_, length)',
+    },
+    {
+      name: 'a line that is turned is followed as if it were not',
+      find: 'to_neighbours_(is_turned ? turned.data() : upright.data())',
+      replace: 'to_neighbours_(upright.data())',
+    },
+    {
+      name: 'groups that are written as points end where they begin',
+      find: 'points_ == nullptr ? static_cast<std::size_t>(next_ - begin_) : points_->count()',
+      replace: 'static_cast<std::size_t>(next_ - begin_)',
+    },
+  ],
+
+  'indexing/pixel_writer.cpp': [
+    {
+      name: 'the neighbours before and behind a pixel are mixed up',
+      find: '          0 - across, ',
+      replace: '          across, ',
+    },
+    {
+      name: 'points below each other come side by side',
+      find: 'points.add_down(',
+      replace: 'points.add_along(',
+    },
+    {
+      name: 'only the first of several points is written',
+      find: 'points.add_along(map.column_of(place), map.row_of(place), length);',
+      replace: 'points.add_along(map.column_of(place), map.row_of(place), 1);',
+    },
+  ],
+
+  'grouping/picture_groups.hpp': [
+    {
+      name: 'whatever is on a map is packed',
+      find: 'if (!flood.map().holds_packed())',
+      replace: 'if (false)',
+    },
+    {
+      name: 'points of a turned map are exchanged',
+      find: 'is_turned ? Point_writer(y, x) : Point_writer(x, y)',
+      replace: 'Point_writer(x, y)',
     },
   ],
 
@@ -1945,18 +2092,18 @@ export const bugs = {
   'extractors/points_curves_algm.cpp': [
     {
       name: 'markers and curves are mixed up',
-      find: 'if (!is_solid(figures.x, figures.y))',
-      replace: 'if (is_solid(figures.x, figures.y))',
+      find: 'if (!chart_trace::is_solid_filled(',
+      replace: 'if (chart_trace::is_solid_filled(',
     },
     {
       name: 'the cell size is always 1',
-      find: 'x.size(), pixel_step);',
-      replace: 'x.size(), 1.0);',
+      find: 'groups_.count(group), pixel_step)',
+      replace: 'groups_.count(group), 1.0)',
     },
     {
-      name: 'a large group is a curve',
-      find: 'x.size() >= large && !is_solid(',
-      replace: 'x.size() >= large || !is_solid(',
+      name: 'every group is as large as the first',
+      find: 'groups_.count(group), pixel_step)',
+      replace: 'groups_.count(0), pixel_step)',
     },
     {
       name: 'the curve is not added to points and curve',
@@ -1964,15 +2111,14 @@ export const bugs = {
       replace: '',
     },
     {
-      name: 'the curve pixels are not clustered',
-      find: 'Cluster_algm clusters(std::move(x), std::move(y), cluster_fraction);',
-      replace:
-        'struct Pixels_as_they_are {\n    std::vector<double> x, y;\n    std::vector<double> arr_x_centroid() { return x; }\n    std::vector<double> arr_y_centroid() { return y; }\n  } clusters{x, y};',
+      name: 'a cluster takes next to nothing whatever the fraction',
+      find: 'Cluster_algm clusters(std::move(points), cluster_fraction);',
+      replace: 'Cluster_algm clusters(std::move(points), 1e-9);',
     },
     {
-      name: 'the height of a marker is that of its first pixel',
-      find: 'y_centres.push_back(figures->mean_y);',
-      replace: 'y_centres.push_back(gy[0]);',
+      name: 'the height of a marker is that of its top',
+      find: 'y_centres.push_back(figures.mean_y);',
+      replace: 'y_centres.push_back(figures.y.min);',
     },
     {
       name: 'the thinning knows one code alone',
@@ -2241,17 +2387,46 @@ export const bugs = {
     },
   ],
 
-  'primitives/group_list.cpp': [
+  'primitives/groups.cpp': [
     {
       name: 'the last group is left out',
-      find: 'k < size(); ++k',
-      replace: 'k + 1 < size(); ++k',
+      find: 'for (std::size_t k = 0; k < size(); ++k)',
+      replace: 'for (std::size_t k = 0; k + 1 < size(); ++k)',
     },
     {
-      name: 'groups end before their last value',
-      find: 'std::vector<double>(group.begin(), group.end())',
-      replace:
-        'std::vector<double>(group.begin(), group.size() == 0 ? group.end() : group.end() - 1)',
+      name: 'the y coordinates of packed groups are their x coordinates',
+      find: 'copies(points_.y, row_of)',
+      replace: 'copies(points_.y, column_of)',
+    },
+    {
+      name: 'the points of every group are those of the first',
+      find: 'points_.pixels->data() + begin_of(k);',
+      replace: 'points_.pixels->data();',
+    },
+    {
+      name: 'joined pixels keep those behind them',
+      find: 'points_.pixels->shrink(move_to_front(points_.pixels->data(), ends_, kept));',
+      replace: 'move_to_front(points_.pixels->data(), ends_, kept);',
+    },
+    {
+      name: 'the y coordinates stay behind when groups are joined',
+      find: 'points_.y.resize(move_to_front(points_.y.data(), ends_, kept));',
+      replace: 'points_.y.resize(points_.x.size());',
+    },
+    {
+      name: 'groups that are joined begin where the one before begins',
+      find: '(k == 0 ? 0 : ends[k - 1])',
+      replace: '(k < 2 ? 0 : ends[k - 2])',
+    },
+    {
+      name: 'the figures of packed pixels are those from the first one on',
+      find: 'points_.pixels->data() + begin, end - begin',
+      replace: 'points_.pixels->data(), end - begin',
+    },
+    {
+      name: 'the middle of a packed group is that of its frame',
+      find: 'return {mean_of(totals.columns),',
+      replace: 'return {(frame.left + frame.right) * 0.5,',
     },
   ],
 
