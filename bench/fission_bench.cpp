@@ -13,6 +13,7 @@
 
 #include "bench/on_pixel_sets.hpp"
 #include "grouping/fission_algm.hpp"
+#include "indexing/packed_pixels.hpp"
 #include "test/oracle/oracle.hpp"
 
 namespace chart_trace_bench {
@@ -43,21 +44,25 @@ cv::Mat picture_of(const Pixels& pixels) {
   return picture;
 }
 
+// Listed packed, as ours are.
+using chart_trace::Packed_pixel;
+Packed_pixel packed(int column, int row) {
+  return static_cast<Packed_pixel>(column) * chart_trace::one_right +
+         static_cast<Packed_pixel>(row) * chart_trace::one_down;
+}
+
 void label_and_list(const cv::Mat& picture) {
   cv::Mat labels;
   const auto count = static_cast<std::size_t>(cv::connectedComponents(picture, labels, 8, CV_32S));
-  std::vector<std::vector<double>> x(count);
-  std::vector<std::vector<double>> y(count);
+  std::vector<std::vector<Packed_pixel>> pixels(count);
   for (int row = 0; row < labels.rows; ++row) {
     const int* const label = labels.ptr<int>(row);
     for (int column = 0; column < labels.cols; ++column) {
       if (label[column] == 0) continue;
-      x[static_cast<std::size_t>(label[column])].push_back(column);
-      y[static_cast<std::size_t>(label[column])].push_back(row);
+      pixels[static_cast<std::size_t>(label[column])].push_back(packed(column, row));
     }
   }
-  benchmark::DoNotOptimize(x.data());
-  benchmark::DoNotOptimize(y.data());
+  benchmark::DoNotOptimize(pixels.data());
 }
 
 // What is timed starts from the picture, as a reader of pictures would.
