@@ -8,6 +8,10 @@
 #include "indexing/pixel_map.hpp"
 #include "indexing/point_writer.hpp"
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace chart_trace {
 
 // Writes pixels, which it is told by their places on a map, one behind the other: packed, a quarter
@@ -23,10 +27,11 @@ class Pixel_writer {
   Pixel_writer(const Pixel_map& map, bool is_turned, Packed_pixel* pixels)
       : map_(&map),
         to_neighbours_(is_turned ? turned.data() : upright.data()),
-        across_(is_turned ? one_down : one_right),
-        down_(is_turned ? one_right : one_down),
-        origin_(whole(map.column_of(0)) * across_ + whole(map.row_of(0)) * down_),
-        to_row_(down_ - map.stride() * across_),
+        along_(is_turned ? &downwards : &rightwards),
+        down_(is_turned ? &rightwards : &downwards),
+        across_(along_->to[1]),
+        origin_(whole(map.column_of(0)) * across_ + whole(map.row_of(0)) * down_->to[1]),
+        to_row_(down_->to[1] - map.stride() * across_),
         stride_(map.stride()),
         begin_(pixels),
         next_(pixels) {}
@@ -61,7 +66,7 @@ class Pixel_writer {
   // `length` pixels side by side, each one to the right of the one before.
   void add_along(std::uint32_t place, std::size_t length) {
     if (points_ == nullptr) {
-      add_blocks(pixel_at(place), across_, length);
+      add_blocks(pixel_at(place), *along_, length);
     } else {
       add_points_along(*map_, place, length, *points_);
     }
@@ -70,7 +75,7 @@ class Pixel_writer {
   // `length` pixels one below the other.
   void add_down(std::uint32_t place, std::size_t length) {
     if (points_ == nullptr) {
-      add_blocks(pixel_at(place), down_, length);
+      add_blocks(pixel_at(place), *down_, length);
     } else {
       add_points_down(*map_, place, length, *points_);
     }
@@ -79,6 +84,12 @@ class Pixel_writer {
  private:
   static constexpr std::uint32_t block = spare + 1;
 
+  // What leads from a pixel to those of a block.
+  struct alignas(16) Steps {
+    Packed_pixel to[block];
+  };
+  static constexpr Steps rightwards{{0, one_right, 2 * one_right, 3 * one_right}};
+  static constexpr Steps downwards{{0, one_down, 2 * one_down, 3 * one_down}};
   static const std::array<Packed_pixel, 9> upright, turned;
   static void add_points_along(const Pixel_map& map, std::uint32_t place, std::size_t length,
                                Point_writer& points);
@@ -90,22 +101,31 @@ class Pixel_writer {
     return static_cast<Packed_pixel>(static_cast<std::int32_t>(value));
   }
 
-  void add_blocks(Packed_pixel first, Packed_pixel step, std::size_t length) {
-    Packed_pixel* const end = next_ + length;
-    for (; next_ < end; next_ += block, first += block * step) {
-      next_[0] = first;
-      next_[1] = first + step;
-      next_[2] = first + 2 * step;
-      next_[3] = first + 3 * step;
+  void add_blocks(Packed_pixel first, const Steps& steps, std::size_t length) {
+    Packed_pixel* place = next_;
+    next_ += length;
+    const Packed_pixel* const end = next_;
+#if defined(__SSE2__)
+    // Every 64-bit x86 has these.
+    const __m128i to_next = _mm_set1_epi32(static_cast<std::int32_t>(block * steps.to[1]));
+    __m128i pixels = _mm_add_epi32(_mm_set1_epi32(static_cast<std::int32_t>(first)),
+                                   _mm_load_si128(reinterpret_cast<const __m128i*>(steps.to)));
+    for (; place < end; place += block, pixels = _mm_add_epi32(pixels, to_next)) {
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(place), pixels);
     }
-    next_ = end;
+#else
+    for (; place < end; place += block, first += block * steps.to[1]) {
+      for (std::size_t k = 0; k < block; ++k) place[k] = first + steps.to[k];
+    }
+#endif
   }
 
   const Pixel_map* map_;
   Point_writer* points_ = nullptr;
   const Packed_pixel* to_neighbours_ = upright.data();
+  const Steps* along_ = &rightwards;  // on the map
+  const Steps* down_ = &downwards;
   Packed_pixel across_ = 0;  // from a pixel to the next one on the same row of the map
-  Packed_pixel down_ = 0;    // and to the one below it
   Packed_pixel origin_ = 0;  // the pixel at place 0
   Packed_pixel to_row_ = 0;  // from what is behind the last column to the next row
   std::uint32_t stride_ = 1;

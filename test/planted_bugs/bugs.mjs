@@ -1839,17 +1839,17 @@ export const bugs = {
   'indexing/pixel_writer.hpp': [
     {
       name: 'the columns of a turned map are columns',
-      find: 'across_(is_turned ? one_down : one_right)',
-      replace: 'across_(one_right)',
+      find: 'along_(is_turned ? &downwards : &rightwards)',
+      replace: 'along_(&rightwards)',
     },
     {
       name: 'the rows of a turned map are rows',
-      find: 'down_(is_turned ? one_right : one_down)',
-      replace: 'down_(one_down)',
+      find: 'down_(is_turned ? &rightwards : &downwards)',
+      replace: 'down_(&downwards)',
     },
     {
       name: 'packed pixels begin at the first row of the map',
-      find: ' + whole(map.row_of(0)) * down_',
+      find: ' + whole(map.row_of(0)) * down_->to[1]',
       replace: '',
     },
     {
@@ -1859,18 +1859,19 @@ export const bugs = {
     },
     {
       name: 'a long stretch is written over and over from its first pixel',
-      find: 'next_ += block, first += block * step',
-      replace: 'next_ += block',
+      arch: 'x64',
+      find: 'place += block, pixels = _mm_add_epi32(pixels, to_next)',
+      replace: 'place += block',
     },
     {
       name: 'more pixels are kept of a stretch than it has',
-      find: '    next_ = end;\n',
-      replace: '',
+      find: 'next_ += length;',
+      replace: 'next_ += (length + block - 1) / block * block;',
     },
     {
       name: 'pixels one below the other are written side by side',
-      find: 'add_blocks(pixel_at(place), down_, length)',
-      replace: 'add_blocks(pixel_at(place), across_, length)',
+      find: 'add_blocks(pixel_at(place), *down_, length)',
+      replace: 'add_blocks(pixel_at(place), *along_, length)',
     },
     {
       name: 'a line that is turned is followed as if it were not',
