@@ -18,7 +18,7 @@ Fission_algm::Fission_algm(std::vector<double> x, std::vector<double> y, double 
   if (flood_picture(side)) return;
   chart_trace::Point_flood flood(x_points, y_points, side);
   auto ends = chart_trace::write_groups(flood, chart_trace::Point_writer(x_points, y_points));
-  groups_ = {{{}, std::move(x_points), std::move(y_points)}, std::move(ends)};
+  groups_ = {std::move(x_points), std::move(y_points), std::move(ends)};
 }
 
 // Groups a clean picture, row by row, column by column or in any order; false for every other point

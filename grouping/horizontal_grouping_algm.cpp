@@ -36,7 +36,7 @@ Horizontal_grouping_algm::Horizontal_grouping_algm(std::vector<double> x, std::v
   horizontal_groups();
   std::vector<std::uint32_t> ends = take_all_groups();
   gather_points();
-  groups_ = {{{}, std::move(x_group), std::move(y_group)}, std::move(ends)};
+  groups_ = {std::move(x_group), std::move(y_group), std::move(ends)};
 }
 
 // Groups a clean picture row by row; false for every other point set.

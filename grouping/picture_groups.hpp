@@ -20,7 +20,7 @@ Groups picture_groups(Flood flood, std::vector<double>& x, std::vector<double>& 
   if (!flood.map().holds_packed()) {
     Point_writer points = is_turned ? Point_writer(y, x) : Point_writer(x, y);
     std::vector<std::uint32_t> ends = write_groups(flood, Pixel_writer(flood.map(), points));
-    return {{{}, std::move(x), std::move(y)}, std::move(ends)};
+    return {std::move(x), std::move(y), std::move(ends)};
   }
   const std::size_t count = x.size() + Pixel_writer::spare;
   std::vector<double>().swap(x);
@@ -28,7 +28,7 @@ Groups picture_groups(Flood flood, std::vector<double>& x, std::vector<double>& 
   Packed_pixels pixels(count);
   std::vector<std::uint32_t> ends =
       write_groups(flood, Pixel_writer(flood.map(), is_turned, pixels.data()));
-  return {{std::move(pixels), {}, {}}, std::move(ends)};
+  return {std::move(pixels), std::move(ends)};
 }
 
 }  // namespace chart_trace

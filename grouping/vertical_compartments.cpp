@@ -104,5 +104,5 @@ void Vertical_compartments::divide() {
   const auto taken = static_cast<std::ptrdiff_t>(ends.empty() ? 0 : ends.back());
   x_points.assign(x.begin() + taken, x.end());
   y_points.assign(y.begin() + taken, y.end());
-  groups_ = {{{}, std::move(x), std::move(y)}, std::move(ends)};
+  groups_ = {std::move(x), std::move(y), std::move(ends)};
 }

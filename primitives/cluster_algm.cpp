@@ -24,15 +24,18 @@ using chart_trace::Point_list;
 using chart_trace::Taken_points;
 
 Cluster_algm::Cluster_algm(std::vector<double> x, std::vector<double> y, double cluster_fraction)
-    : x_points(std::move(x)), y_points(std::move(y)), cluster_fraction(cluster_fraction) {
-  find_clusters(count_of(x_points), chart_trace::packed_set(x_points, y_points));
-}
+    : Cluster_algm(Point_list{{}, std::move(x), std::move(y)}, cluster_fraction) {}
 
 Cluster_algm::Cluster_algm(Point_list points, double cluster_fraction)
-    : Cluster_algm(std::move(points.x), std::move(points.y), cluster_fraction) {
-  if (!points.pixels) return;
-  const std::int32_t count = count_of(*points.pixels);
-  find_clusters(count, chart_trace::framed(*std::move(points.pixels)));
+    : x_points(std::move(points.x)),
+      y_points(std::move(points.y)),
+      cluster_fraction(cluster_fraction) {
+  if (points.pixels) {
+    const std::int32_t count = count_of(*points.pixels);
+    find_clusters(count, chart_trace::framed(*std::move(points.pixels)));
+  } else {
+    find_clusters(count_of(x_points), chart_trace::packed_set(x_points, y_points));
+  }
 }
 
 double Cluster_algm::cluster_radius(std::int32_t count) const {

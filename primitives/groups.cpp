@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "primitives/to_int32.hpp"
-
 namespace chart_trace {
 namespace {
 
@@ -43,8 +41,11 @@ std::size_t move_to_front(Point* points, const Ends& ends, const std::vector<std
 
 }  // namespace
 
-Groups::Groups(Point_list points, std::vector<std::uint32_t> ends)
-    : points_(std::move(points)), ends_(std::move(ends)) {}
+Groups::Groups(std::vector<double> x, std::vector<double> y, std::vector<std::uint32_t> ends)
+    : points_{{}, std::move(x), std::move(y)}, ends_(std::move(ends)) {}
+
+Groups::Groups(Packed_pixels pixels, std::vector<std::uint32_t> ends)
+    : points_{std::move(pixels), {}, {}}, ends_(std::move(ends)) {}
 
 Group_figures Groups::figures(std::size_t k) const {
   const std::size_t begin = begin_of(k);

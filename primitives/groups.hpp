@@ -18,7 +18,8 @@ class Groups {
   Groups() = default;
   // Group k ends before point ends[k], and there the next one begins; points behind the last group
   // belong to none. Points are counted in signed 32-bit numbers, so that ends fit.
-  Groups(Point_list points, std::vector<std::uint32_t> ends);
+  Groups(std::vector<double> x, std::vector<double> y, std::vector<std::uint32_t> ends);
+  Groups(Packed_pixels pixels, std::vector<std::uint32_t> ends);
 
   std::size_t size() const { return ends_.size(); }
 

@@ -5,7 +5,7 @@
 
 namespace chart_trace {
 
-// Doubles that live elsewhere and are only read: those of a vector, or one group of a Group_list.
+// Doubles that live elsewhere and are only read: those of a vector, or a part of one.
 // They must outlive this.
 class Values {
  public:

@@ -224,8 +224,6 @@ TEST(Cluster_paths, a_disc_as_large_as_the_largest_picture_equals_the_oracle) {
   }
 }
 
-// More pixels than are taken at once, in the last column and row, whose sums leave 32 bits. The
-// oracle would need a minute.
 // Pixels so far apart that squares of their distances leave 32 bits, so sparse that there are no
 // cells for them, or with a radius that takes nothing: all that is not taken from cells.
 TEST(Cluster_paths, pixels_that_do_not_fit_cells_equal_the_oracle) {
@@ -245,6 +243,8 @@ TEST(Cluster_paths, pixels_that_do_not_fit_cells_equal_the_oracle) {
   EXPECT_TRUE(equals_oracle(Pixels{})) << "none";
 }
 
+// More pixels than are taken at once, in the last column and row, whose sums leave 32 bits. The
+// oracle would need a minute.
 TEST(Cluster_paths, hundreds_of_thousands_of_pixels_at_one_place_are_one_cluster) {
   Pixels set{Doubles(300001, 65535.0), Doubles(300001, 65535.0)};
   set.x[0] -= 100.0;

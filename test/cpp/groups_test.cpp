@@ -20,10 +20,10 @@ using chart_trace::Point_list;
 using Ends = std::vector<std::uint32_t>;
 using Kept = std::vector<std::size_t>;
 
-Point_list points_of(const Pixels& set) { return {{}, set.x, set.y}; }
-Point_list packed(const Pixels& set) {
+Groups of_points(const Pixels& set, Ends ends) { return {set.x, set.y, std::move(ends)}; }
+Groups of_packed(const Pixels& set, Ends ends) {
   auto pixels = packed_set(set.x, set.y);
-  return {std::move(pixels->pixels), {}, {}};
+  return {std::move(pixels->pixels), std::move(ends)};
 }
 
 // The points of a list in either form.
@@ -44,8 +44,8 @@ testing::AssertionResult are_groups(const Groups& got, const Groups_of_doubles& 
 const Pixels six = pixels({{3, 9}, {0, 8}, {65535, 7}, {1, 6}, {5, 65535}, {2, 0}});
 
 TEST(Groups, points_are_cut_into_groups_in_either_form) {
-  for (const auto& form : {points_of, packed}) {
-    const Groups groups(form(six), {1, 1, 4, 5});
+  for (const auto& form : {of_points, of_packed}) {
+    const Groups groups = form(six, {1, 1, 4, 5});
     ASSERT_EQ(groups.size(), 4U);
     EXPECT_EQ(groups.count(0), 1U);
     EXPECT_EQ(groups.count(1), 0U);
@@ -57,14 +57,14 @@ TEST(Groups, points_are_cut_into_groups_in_either_form) {
 }
 
 TEST(Groups, points_that_are_no_pixels_keep_their_bits) {
-  const Groups groups(Point_list{{}, {-0.0, not_a_number, 0.5}, {infinity, -0.0, 1e-320}}, {2, 3});
+  const Groups groups({-0.0, not_a_number, 0.5}, {infinity, -0.0, 1e-320}, {2, 3});
   EXPECT_TRUE(are_groups(groups, {{-0.0, not_a_number}, {0.5}}, {{infinity, -0.0}, {1e-320}}));
 }
 
 TEST(Groups, the_points_of_some_groups_are_joined_in_either_form) {
-  for (const auto& form : {points_of, packed}) {
+  for (const auto& form : {of_points, of_packed}) {
     const auto joined = [&](const Kept& kept) {
-      return unpacked(Groups(form(six), {1, 1, 4, 5}).joined(kept));
+      return unpacked(form(six, {1, 1, 4, 5}).joined(kept));
     };
     EXPECT_TRUE(same_points(joined({}).x, joined({}).y, {}));
     EXPECT_TRUE(same_points(joined({0, 2}).x, joined({0, 2}).y, {{3, 0, 65535, 1}, {9, 8, 7, 6}}));
@@ -112,8 +112,8 @@ TEST(Groups, the_figures_of_a_group_are_its_own_in_either_form) {
         own.y.push_back(all.y[i] = static_cast<double>(random.below(65535)));
       }
       const Ends ends{before, before + size, before + size + 5};
-      for (const auto& form : {points_of, packed}) {
-        EXPECT_TRUE(has_figures(Groups(form(all), ends).figures(1), own.x, own.y))
+      for (const auto& form : {of_points, of_packed}) {
+        EXPECT_TRUE(has_figures(form(all, ends).figures(1), own.x, own.y))
             << size << " behind " << before;
       }
     }
@@ -126,8 +126,8 @@ TEST(Groups, the_figures_of_a_large_group_are_exact_in_either_form) {
     Pixels all{Doubles(size, 65535.0), Doubles(size, 65535.0)};
     all.x.back() = 7.0;
     all.y[size / 2] = 3.0;
-    for (const auto& form : {points_of, packed}) {
-      const Groups groups(form(all), {static_cast<std::uint32_t>(size)});
+    for (const auto& form : {of_points, of_packed}) {
+      const Groups groups = form(all, {static_cast<std::uint32_t>(size)});
       EXPECT_TRUE(has_figures(groups.figures(0), all.x, all.y)) << size;
     }
   }
@@ -136,7 +136,7 @@ TEST(Groups, the_figures_of_a_large_group_are_exact_in_either_form) {
 TEST(Groups, the_figures_of_points_that_are_no_pixels_pass_over_nan) {
   const Doubles x{2.5, not_a_number, -1.0};
   const Doubles y{not_a_number, 1.0, 2.0};
-  EXPECT_TRUE(has_figures(Groups(Point_list{{}, x, y}, {3}).figures(0), x, y));
+  EXPECT_TRUE(has_figures(Groups(x, y, {3}).figures(0), x, y));
 }
 
 }  // namespace
