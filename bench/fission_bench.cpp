@@ -45,21 +45,15 @@ cv::Mat picture_of(const Pixels& pixels) {
 }
 
 // Listed packed, as ours are.
-using chart_trace::Packed_pixel;
-Packed_pixel packed(int column, int row) {
-  return static_cast<Packed_pixel>(column) * chart_trace::one_right +
-         static_cast<Packed_pixel>(row) * chart_trace::one_down;
-}
-
 void label_and_list(const cv::Mat& picture) {
   cv::Mat labels;
   const auto count = static_cast<std::size_t>(cv::connectedComponents(picture, labels, 8, CV_32S));
-  std::vector<std::vector<Packed_pixel>> pixels(count);
+  std::vector<std::vector<chart_trace::Packed_pixel>> pixels(count);
   for (int row = 0; row < labels.rows; ++row) {
     const int* const label = labels.ptr<int>(row);
     for (int column = 0; column < labels.cols; ++column) {
       if (label[column] == 0) continue;
-      pixels[static_cast<std::size_t>(label[column])].push_back(packed(column, row));
+      pixels[static_cast<std::size_t>(label[column])].push_back(chart_trace::packed(column, row));
     }
   }
   benchmark::DoNotOptimize(pixels.data());

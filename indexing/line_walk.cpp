@@ -50,7 +50,7 @@ inline bool Line_walk::step(End& end, std::uint32_t other, Pixel_map& map,
   if (places == 0 || next == other) return false;
   map.flip(end.place);
   end = {next, end.pixel + points.to_neighbours()[lowest_bit(around & ~centre)]};
-  points.add(end.place, end.pixel);
+  points.add(end.pixel);
   return true;
 }
 

@@ -17,6 +17,11 @@ inline std::uint32_t row_of(Packed_pixel pixel) { return pixel >> 16; }
 // What leads from a pixel to the next one on its row, and to the one below it.
 constexpr Packed_pixel one_right = 1;
 constexpr Packed_pixel one_down = 1 << 16;
+// The pixel at (x, y). Of a place just outside it is a number from which these lead back to pixels,
+// as sums wrap around.
+constexpr Packed_pixel packed(std::int32_t x, std::int32_t y) {
+  return static_cast<Packed_pixel>(x) * one_right + static_cast<Packed_pixel>(y) * one_down;
+}
 
 // So many pixels, a quarter of their size as points: what is read again and again, or sorted, stays
 // in a near cache. Until they are written they are anything, as clearing them first would take as

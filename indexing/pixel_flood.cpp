@@ -222,7 +222,7 @@ void Pixel_flood::write(const Stretch* end) const {
   for (const Stretch* next = queue_.data(); next != end; ++next) {
     const Stretch stretch = *next;
     if (stretch.length == 1) {
-      group_->add(stretch.place);
+      group_->add_at(stretch.place);
     } else if (stretch.length > 1) {
       group_->add_along(stretch.place, static_cast<std::size_t>(stretch.length));
     } else {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "indexing/bits.hpp"
 #include "indexing/range.hpp"
@@ -17,6 +16,7 @@ namespace {
 
 using Word = Pixel_map::Word;
 constexpr std::uint32_t word_bits = Pixel_map::word_bits;
+constexpr std::uint64_t longest = 65535;
 
 // Whether a few values, evenly spread, are in rising order: other orders are told by them at once.
 bool seem_sorted(const std::vector<double>& values) {
@@ -128,8 +128,7 @@ std::optional<Pixel_map> Pixel_map::framing(double left, double right, double to
   const auto width = static_cast<std::uint64_t>(right - left) + 3;
   const auto height = static_cast<std::uint64_t>(bottom - top) + 3;
   const std::uint64_t stride = (width + word_bits - 1) / word_bits * word_bits;
-  const std::uint64_t largest_place = std::numeric_limits<std::uint32_t>::max();
-  if (stride * height > std::min(most_places + (1 << 20), largest_place)) return {};
+  if (stride > longest || height > longest || stride * height > most_places + (1 << 20)) return {};
   return Pixel_map(left - 1, top - 1, static_cast<std::uint32_t>(stride),
                    static_cast<std::size_t>(height));
 }
@@ -223,7 +222,7 @@ Pixel_map::Word Pixel_map::around_in_two_words(std::uint32_t place) const {
 }
 
 bool Pixel_map::holds_packed() const {
-  const std::size_t rows = words_.size() / words_in_row();
+  const std::size_t rows = (words_.size() - 1) / words_in_row();
   const double right = left_ + stride_;
   const double bottom = top_ + static_cast<double>(rows);
   return left_ >= -1.0 && top_ >= -1.0 && right <= 65536.0 && bottom <= 65536.0 &&

@@ -15,7 +15,8 @@ namespace chart_trace {
 // look around a pixel stays on it. Which coordinate is called column is the caller's choice.
 //
 // Rebuilding a coordinate from its place is exact: columns and rows lie whole numbers from the
-// first one, which is a multiple of 2^-10, and measure less than 2^29, so no sum here is rounded.
+// first one, which is a multiple of 2^-10, and measure less than 2^29, so no sum is rounded. No map
+// is wider or higher than 65535 places, so that pixels can be packed as they lie on it.
 class Pixel_map {
  public:
   using Word = std::uint64_t;
@@ -23,8 +24,9 @@ class Pixel_map {
 
   // The map of a clean picture in raster order: row after row, left to right, no pixel twice, all
   // whole steps of one apart. Nothing for every other set: one with a NaN or an infinity, a -0.0
-  // (which would come back as 0.0), another order, or so sparse that the map would take more
-  // than 32 bytes a point. Cost: two passes, three when the picture reaches left of 0.
+  // (which would come back as 0.0), another order, a picture wider or higher than some 65,400
+  // pixels, or one so sparse that the map would take more than 32 bytes a point. Cost: two passes,
+  // three when the picture reaches left of 0.
   static std::optional<Pixel_map> of_raster(const std::vector<double>& columns,
                                             const std::vector<double>& rows);
 
@@ -113,13 +115,11 @@ class Pixel_map {
   // Takes the first free pixel from word `from` on, and moves `from` to its word; false if none is.
   bool take_first(std::size_t& from, std::uint32_t& place);
 
-  double column_of(std::uint32_t place) const { return left_ + place % stride_; }
-  double row_of(std::uint32_t place) const {
-    const std::uint32_t row = place / stride_;
-    return top_ + row;
-  }
+  // The column and the row of place 0.
+  double left() const { return left_; }
+  double top() const { return top_; }
 
-  // Whether all pixels that the map has room for are packed pixels.
+  // Whether all pixels that the map has room for can be packed, wherever it lies.
   bool holds_packed() const;
 
   const std::vector<Word>& words() const { return words_; }

@@ -26,7 +26,7 @@ std::uint32_t length_of(Word pixels) {
 
 // Up to 2^14 single precision holds all multiples of 2^-10.
 bool Run_flood::holds_exactly(const Pixel_map& map) {
-  return map.column_of(0) >= -16384.0 && map.column_of(map.stride() - 1) <= 16384.0;
+  return map.left() >= -16384.0 && map.left() + (map.stride() - 1) <= 16384.0;
 }
 
 Run_flood::Run_flood(Pixel_map map)

@@ -119,7 +119,7 @@ void Shuffled_flood::queue_in_order(std::size_t first) {
 }
 
 void Shuffled_flood::write(Pixel_writer& group) const {
-  for (const std::uint32_t place : queue_) group.add(place);
+  for (const std::uint32_t place : queue_) group.add_at(place);
 }
 
 }  // namespace chart_trace

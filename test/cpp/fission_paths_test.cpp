@@ -405,17 +405,47 @@ TEST(Fission_paths, pictures_anywhere_and_between_whole_numbers_equal_the_oracle
   }
 }
 
-// Groups of pixels are written packed where the whole map is one of such pixels, and as points
+// Groups stay packed where the whole map is one of pixels that can be, and become points again
 // elsewhere: at its first columns and rows and before them, at the last ones and behind them. Each
 // with all that is written: single pixels, stretches along and down, and lines that are followed.
 TEST(Fission_paths, pictures_at_the_edges_of_packed_pixels_equal_the_oracle) {
   const Pixels set = joined({noise(11, 70, 12, 700), moved(block(7, 9), 3.0, 14.0),
                              moved(scribble(3, 66, 20, 5), 0.0, 25.0)});
-  for (const double by : {-1.0, 0.0, 0.5, 65280.0, 65344.0, 65407.0, 65408.0, 65409.0, 65472.0,
-                          65488.0, 65489.0, 65490.0, 65491.0, 65492.0, 65536.0}) {
+  for (const double by : {-1.0, 0.0, 1.0 / 1024, 0.5, 65280.0, 65344.0, 65407.0, 65408.0, 65409.0,
+                          65472.0, 65488.0, 65489.0, 65490.0, 65491.0, 65492.0, 65536.0}) {
     for (const Pixels& there : {moved(set, by, 0.0), moved(set, 0.0, by), moved(set, by, by)}) {
       EXPECT_TRUE(equals_oracle_both_ways(there, 1.0)) << by;
       EXPECT_TRUE(equals_oracle(shuffled(there, 5), 1.0)) << by << ", shuffled";
+    }
+  }
+  // As wide as a map of whole words can be, up to the last columns.
+  const Pixels wide = block(62, 3);
+  for (double by = 65470.0; by < 65480.0; ++by) {
+    EXPECT_TRUE(equals_oracle_both_ways(moved(wide, by, 2.0), 1.0)) << by;
+    EXPECT_TRUE(equals_oracle(shuffled(moved(wide, by, 2.0), 6), 1.0)) << by << ", shuffled";
+  }
+}
+
+// As wide and as high as a map may be, and more.
+TEST(Fission_paths, the_largest_pictures_and_larger_ones_equal_the_oracle) {
+  const Pixels left = noise(12, 5, 4, 700);
+  for (const double length : {65468.0, 65469.0, 65470.0, 65471.0, 65531.0, 65532.0, 65533.0,
+                              65534.0, 65535.0, 65536.0, 65537.0, 131072.0, 1e6}) {
+    Pixels set;
+    for (int row = 0; row < 4; ++row) {
+      for (std::size_t i = 0; i < left.x.size(); ++i) {
+        if (left.y[i] != row) continue;
+        set.x.push_back(left.x[i]);
+        set.y.push_back(row);
+      }
+      for (const double back : {2.0, 1.0, 0.0}) {
+        set.x.push_back(length - back);
+        set.y.push_back(row);
+      }
+    }
+    for (const double by : {0.0, 0.5, -40000.0}) {
+      EXPECT_TRUE(equals_oracle_both_ways(moved(set, by, 0.0), 1.0)) << length << " at " << by;
+      EXPECT_TRUE(equals_oracle(shuffled(moved(set, by, by), 7), 1.0)) << length << " at " << by;
     }
   }
 }

@@ -474,17 +474,19 @@ TEST(Horizontal_paths, a_bitmap_is_taken_where_single_precision_holds_every_colu
   }
 }
 
-// Groups are written packed where all rows and columns are those of packed pixels, and as points
-// elsewhere.
+// Groups stay packed where all rows and columns of the map can be, and become points again
+// elsewhere. The last pictures are as high as a map may be, and higher.
 TEST(Horizontal_paths, pictures_at_the_edges_of_packed_pixels_equal_the_oracle) {
   const Points picture = drawn({"## ##   #", "  #   # #", "##### #  ", "#  ####  ", "   #     "});
-  for (const double right : {-1.0, 0.0, 0.5, 300.0}) {
+  for (const double right : {-1.0, 0.0, 0.5, 1.0 / 1024, 300.0}) {
     for (const double down :
-         {-1.0, 0.0, 0.25, 65528.0, 65529.0, 65530.0, 65531.0, 65532.0, 65536.0}) {
+         {-1.0, 0.0, 0.25, 1.0 / 1024, 65528.0, 65529.0, 65530.0, 65531.0, 65532.0, 65536.0}) {
       Points there = picture;
       for (double& x : there.x) x += right;
       for (double& y : there.y) y += down;
       EXPECT_TRUE(equals_the_oracle(there)) << right << ", " << down;
+      for (double& y : there.y) y = y > 2.0 + down ? y : y - down;
+      EXPECT_TRUE(equals_the_oracle(there)) << right << ", " << down << ", from the top on";
     }
   }
 }

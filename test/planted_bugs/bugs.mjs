@@ -742,13 +742,13 @@ export const bugs = {
     },
     {
       name: 'columns right of 2^14 are held exactly',
-      find: 'map.column_of(map.stride() - 1) <= 16384.0',
-      replace: 'map.column_of(map.stride() - 1) <= 32768.0',
+      find: '(map.stride() - 1) <= 16384.0',
+      replace: '(map.stride() - 1) <= 32768.0',
     },
     {
       name: 'columns left of -2^14 are held exactly',
-      find: 'map.column_of(0) >= -16384.0',
-      replace: 'map.column_of(0) >= -32768.0',
+      find: 'map.left() >= -16384.0',
+      replace: 'map.left() >= -32768.0',
     },
     {
       name: 'the only run left stops a search that it is exempt from, on a bitmap',
@@ -1445,6 +1445,26 @@ export const bugs = {
       replace: '',
     },
     {
+      name: 'two columns too many are packed',
+      find: 'right <= 65536.0',
+      replace: 'right <= 65538.0',
+    },
+    {
+      name: 'columns just beside whole numbers are packed',
+      find: 'left_ == std::floor(left_)',
+      replace: 'left_ - std::floor(left_) < 0.01',
+    },
+    {
+      name: 'a map may be twice as wide as packed pixels',
+      find: 'stride > longest',
+      replace: 'stride > 2 * longest',
+    },
+    {
+      name: 'a map may be twice as high as packed pixels',
+      find: 'height > longest',
+      replace: 'height > 2 * longest',
+    },
+    {
       name: 'rows are packed however large',
       find: ' && bottom <= 65536.0',
       replace: '',
@@ -1848,14 +1868,9 @@ export const bugs = {
       replace: 'down_(&downwards)',
     },
     {
-      name: 'packed pixels begin at the first row of the map',
-      find: ' + whole(map.row_of(0)) * down_->to[1]',
-      replace: '',
-    },
-    {
-      name: 'packed pixels begin at the first column of the map',
-      find: 'whole(map.column_of(0)) * across_ + ',
-      replace: '',
+      name: 'packed pixels begin at the corner of the map',
+      find: 'origin_(origin)',
+      replace: 'origin_(0)',
     },
     {
       name: 'a long stretch is written over and over from its first pixel',
@@ -1879,58 +1894,42 @@ export const bugs = {
       replace: 'to_neighbours_(upright.data())',
     },
     {
-      name: 'groups that are written as points end where they begin',
-      find: 'points_ == nullptr ? static_cast<std::size_t>(next_ - begin_) : points_->count()',
-      replace: 'static_cast<std::size_t>(next_ - begin_)',
-    },
-  ],
-
-  'indexing/pixel_writer.cpp': [
-    {
       name: 'the neighbours before and behind a pixel are mixed up',
-      find: '          0 - across, ',
-      replace: '          across, ',
+      find: 'packed(-1, 0),  packed(0, 0),  packed(1, 0),   // beside',
+      replace: 'packed(1, 0),  packed(0, 0),  packed(-1, 0),   // beside',
     },
     {
-      name: 'points below each other come side by side',
-      find: 'points.add_down(',
-      replace: 'points.add_along(',
-    },
-    {
-      name: 'only the first of several points is written',
-      find: 'points.add_along(map.column_of(place), map.row_of(place), length);',
-      replace: 'points.add_along(map.column_of(place), map.row_of(place), 1);',
+      name: 'two neighbours of a turned pixel are mixed up',
+      find: 'packed(0, -1),  packed(0, 0),  packed(0, 1),   // beside',
+      replace: 'packed(0, 1),  packed(0, 0),  packed(0, -1),   // beside',
     },
   ],
 
   'grouping/picture_groups.hpp': [
     {
-      name: 'whatever is on a map is packed',
-      find: 'if (!flood.map().holds_packed())',
-      replace: 'if (false)',
+      name: 'whatever is on a map stays packed',
+      find: 'const bool stay_packed = map.holds_packed();',
+      replace: 'const bool stay_packed = true;',
     },
     {
-      name: 'points of a turned map are exchanged',
-      find: 'is_turned ? Point_writer(y, x) : Point_writer(x, y)',
-      replace: 'Point_writer(x, y)',
-    },
-  ],
-
-  'indexing/point_writer.hpp': [
-    {
-      name: 'points below each other stand side by side',
-      find: 'add_blocks(length, row, column, rows_, columns_);',
-      replace: 'add_blocks(length, row, column, columns_, rows_);',
+      name: 'a turned map lies where it would lie if it were not',
+      find: 'is_turned ? map.top() : map.left()',
+      replace: 'map.left()',
     },
     {
-      name: 'a long stretch is written over and over from its first column',
-      find: 'k += block, first += block)',
-      replace: 'k += block)',
+      name: 'pixels that become points again are moved to the right alone',
+      find: '  for (double& value : y) value += top;\n',
+      replace: '',
     },
     {
-      name: 'a stretch at the very end is written in whole blocks',
-      find: 'room_ - count_ >= k + block',
-      replace: 'room_ - count_ > k',
+      name: 'pixels that become points again stay where they lie on the map',
+      find: '  for (double& value : x) value += left;\n',
+      replace: '',
+    },
+    {
+      name: 'a turned map is written as if it were not',
+      find: 'Pixel_writer(map, origin, is_turned, pixels.data())',
+      replace: 'Pixel_writer(map, origin, false, pixels.data())',
     },
   ],
 
