@@ -450,6 +450,14 @@ TEST(Fission_paths, the_largest_pictures_and_larger_ones_equal_the_oracle) {
   }
 }
 
+// High maps need many pixels, or they would be too sparse.
+TEST(Fission_paths, the_highest_pictures_and_higher_ones_equal_the_oracle) {
+  for (const double length : {65532.0, 65533.0, 65540.0}) {
+    const Pixels set = joined({block(60, 220), moved(noise(13, 9, 3, 700), 20.0, length - 2.0)});
+    EXPECT_TRUE(equals_oracle(moved(set, 0.0, -0.5), 1.0)) << length;
+  }
+}
+
 TEST(Fission_paths, steps_that_reach_eight_neighbours_or_not_quite_equal_the_oracle) {
   const Pixels set = noise(9, 30, 30, 400);
   for (const double step : {0.6, 0.666, 0.6666666666666666, 0.6666666666666667, 0.667, 0.9, 1.1,
