@@ -13,7 +13,6 @@
 
 #include "bench/on_pixel_sets.hpp"
 #include "grouping/fission_algm.hpp"
-#include "indexing/packed_pixels.hpp"
 #include "test/oracle/oracle.hpp"
 
 namespace chart_trace_bench {
@@ -44,16 +43,15 @@ cv::Mat picture_of(const Pixels& pixels) {
   return picture;
 }
 
-// Listed packed, as ours are.
 void label_and_list(const cv::Mat& picture) {
   cv::Mat labels;
   const auto count = static_cast<std::size_t>(cv::connectedComponents(picture, labels, 8, CV_32S));
-  std::vector<std::vector<chart_trace::Packed_pixel>> pixels(count);
+  std::vector<std::vector<cv::Point>> pixels(count);
   for (int row = 0; row < labels.rows; ++row) {
     const int* const label = labels.ptr<int>(row);
     for (int column = 0; column < labels.cols; ++column) {
       if (label[column] == 0) continue;
-      pixels[static_cast<std::size_t>(label[column])].push_back(chart_trace::packed(column, row));
+      pixels[static_cast<std::size_t>(label[column])].emplace_back(column, row);
     }
   }
   benchmark::DoNotOptimize(pixels.data());
